@@ -1,0 +1,135 @@
+// The main window: one fixed invoice form of ten lines, the list of invoices at the right.
+#pragma once
+
+#include <array>
+
+#include "rb/rb.h"
+
+namespace win {
+
+class iwindow : public Window {
+ public:
+  static constexpr const char* kClassName = "iwindow";
+  iwindow();
+
+  // The control arrays; an index out of range throws OutOfBoundsException.
+  TextField* number(Integer i) const;
+  TextField* description(Integer i) const;
+  TextField* price(Integer i) const;
+  TextField* total(Integer i) const;
+  StaticText* currenysign(Integer i) const;
+
+  StaticText* StaticText1 = nullptr;
+  StaticText* StaticText2 = nullptr;
+  StaticText* StaticText3 = nullptr;
+  TextField* customername = nullptr;
+  TextArea* customeraddress = nullptr;
+  TextArea* comments = nullptr;
+  Listbox* customers = nullptr;
+  TextField* grandtotal = nullptr;
+  StaticText* datelabel = nullptr;
+  StaticText* showinvoicenumber = nullptr;
+  TextField* datefield = nullptr;
+  TextField* invoicenumberField = nullptr;
+  StaticText* StaticText4 = nullptr;
+  StaticText* StaticText5 = nullptr;
+  TextField* vatfield = nullptr;
+  StaticText* StaticText6 = nullptr;
+  TextField* duefield = nullptr;
+  StaticText* StaticText7 = nullptr;
+  StaticText* title2 = nullptr;
+  StaticText* title1 = nullptr;
+  TextField* statusfield = nullptr;
+  StaticText* StaticText8 = nullptr;
+  PopupMenu* names = nullptr;
+  TextField* discountfield = nullptr;
+  StaticText* StaticText9 = nullptr;
+  PopupMenu* unpaid = nullptr;
+  TextField* PostageField = nullptr;
+  StaticText* StaticText10 = nullptr;
+  StaticText* StaticText11 = nullptr;
+  TextField* ordernumberfield = nullptr;
+  ContextualMenu* cm = nullptr;
+
+  // The window's own properties.
+  bool addresshaschanged = false;
+  Integer id = 0;
+  bool OwnProperty(const std::string& name, std::string& value) const override;
+
+  // Routines.
+  void Calculate();
+  void clearform();
+  void makeeditable();
+  void saveinvoice();
+  void loadinvoice();
+  void getcustomers();
+  void getnames();
+  void savenames();
+  void getaddresses();
+  void getunpaid();
+  void saveunpaid();
+  void paid();
+  void markthem();
+  void AddMenuHandlers();
+
+  // Window events.
+  void Event_Open();
+  void Event_Close();
+
+  // Menu handlers.
+  bool _filenew_Action();
+  bool _filesave_Action();
+  bool _filedeleteinvoice_Action();
+  bool _fileprint_Action();
+  bool _Pagesetup_Action();
+  bool _printreceipt_Action();
+  bool _printreminder_Action();
+  bool _printlabel_Action();
+  bool _PrintLabelLep_Action();
+  bool _PrintA5envelope_Action();
+  bool _PrintPrintsmalllabel_Action();
+  bool _Editstock_Action();
+  bool _appleprefs_Action();
+  bool _appleabout_Action();
+  bool _ledgerlyhelp_Action();
+
+ protected:
+  void CreateControls() override;
+
+ private:
+  // Control handlers.
+  void lock(TextControl* c);
+  void select(TextControl* c);
+  bool mark();
+  void customeraddress_TextChange();
+  void number_TextChange(Integer index);
+  void price_TextChange(Integer index);
+  void price_LostFocus(Integer index);
+  void description_TextChange(Integer index);
+  bool description_MouseDown(Integer index, Integer x, Integer y);
+  void total_TextChange(Integer index);
+  void grandtotal_TextChange();
+  void discountfield_TextChange();
+  void discountfield_LostFocus();
+  bool discountfield_MouseDown(Integer x, Integer y);
+  void PostageField_TextChange();
+  void PostageField_LostFocus();
+  bool PostageField_MouseDown(Integer x, Integer y);
+  void ordernumberfield_TextChange();
+  void statusfield_TextChange();
+  void currenysign_Open(Integer index);
+  bool customers_CellClick(Integer row, Integer column, Integer x, Integer y);
+  bool customers_CellTextPaint(Graphics& g, Integer row, Integer column, Integer x, Integer y);
+  void names_Change();
+  void unpaid_Change();
+  void cm_Action(const String& item);
+  void rowtotal(Integer index);
+  void fill(PopupMenu* popup, const String& folder);
+
+  std::array<TextField*, 10> number_{}, description_{}, price_{}, total_{};
+  std::array<StaticText*, 15> currenysign_{};
+};
+
+}  // namespace win
+
+inline Implicit<win::iwindow> iwindow;

@@ -1,0 +1,153 @@
+// Windows, their implicit instances, and the running of handlers.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "rb/Controls.h"
+#include "rb/Core.h"
+#include "rb/String.h"
+
+class MenuBar;
+
+class Window {
+ public:
+  explicit Window(std::string className);
+  virtual ~Window();
+  Window(const Window&) = delete;
+  Window& operator=(const Window&) = delete;
+
+  const std::string& ClassName() const { return className_; }
+
+  // Design values.
+  String Title = "Untitled";
+  Integer Width = 300, Height = 300;
+  Integer MinWidth = 64, MinHeight = 64, MaxWidth = 32000, MaxHeight = 32000;
+  Integer Frame = 0;      // 0 document, 1 movable modal, 2 modal dialog, 8 sheet
+  Integer Placement = 0;  // 0 default, 1 over the parent, 2 on the main screen
+  bool Resizeable = true, CloseButton = true, MaximizeButton = true, MinimizeButton = true;
+  bool HasBackColor = false;
+  Color BackColor = 0xFFFFFF;
+  bool VisibleByDesign = true;
+  ::MenuBar* Menus = nullptr;  // the menu bar
+
+  bool Visible() const { return visible_; }
+  void Show();
+  // Takes the window off the screen and ends a running ShowModal; everything in it stays.
+  void Hide();
+  // Shows the window and blocks until it is hidden, serving its events.
+  void ShowModal();
+  // The close box: raises Close, then hides.
+  void Close();
+  bool IsModalRunning() const { return modalDepth_ > 0; }
+
+  std::function<void()> OnOpen;
+  std::function<void()> OnClose;
+  std::function<void()> OnActivate;
+
+  const std::vector<std::unique_ptr<Control>>& Controls() const { return controls_; }
+  Control* FindControl(const std::string& name, Integer index = -1) const;
+  Control* Focus() const { return focus_; }
+  // LostFocus of the old control, then GotFocus of the new; the caret stands at the end of a text
+  // unless the GotFocus handler selects. Focusing the focused control does nothing.
+  void SetFocus(Control* c);
+  PushButton* DefaultButton() const;
+  PushButton* CancelButton() const;
+
+  // Menu handlers, by item name, matched without regard to case.
+  void AddMenuHandler(const std::string& itemName, std::function<bool()> handler);
+  bool HasMenuHandler(const std::string& itemName) const;
+  bool RunMenuHandler(const std::string& itemName);
+
+  // Properties of the window's own, by name, for tests ("addresshaschanged").
+  virtual bool OwnProperty(const std::string& name, std::string& value) const;
+
+  // A key pressed with the focus in this window: KeyDown of the focused control first (True
+  // swallows it), then the open cell edit, Tab, Return and Escape to the Default and Cancel
+  // buttons, and the control's own editing.
+  void UserKey(const String& key);
+  // Tab moves the focus on in TabIndex order.
+  void FocusNext(bool backwards = false);
+
+  // Called once by the registry: creates the controls, runs their Open, then the window's Open,
+  // and shows the window when it is visible by design.
+  void Build();
+  bool IsBuilt() const { return built_; }
+
+ protected:
+  virtual void CreateControls() = 0;
+  template <class C>
+  C* Add(const std::string& name, Integer index = -1) {
+    auto c = std::make_unique<C>(this, name, index);
+    C* raw = c.get();
+    controls_.push_back(std::move(c));
+    return raw;
+  }
+
+ private:
+  std::string className_;
+  std::vector<std::unique_ptr<Control>> controls_;
+  std::vector<std::pair<std::string, std::function<bool()>>> menuHandlers_;
+  Control* focus_ = nullptr;
+  bool visible_ = false;
+  bool built_ = false;
+  bool shownOnce_ = false;
+  int modalDepth_ = 0;
+};
+
+// The implicit instances: one per window class, built on first touch.
+class WindowRegistry {
+ public:
+  using Factory = std::function<std::unique_ptr<Window>()>;
+  static void Register(const std::string& className, Factory factory);
+  // The instance, built on this touch if it was not yet.
+  static Window& Touch(const std::string& className);
+  // The instance if built, or nullptr; never builds.
+  static Window* Find(const std::string& className);
+  static bool Known(const std::string& className);
+  // Every built window, in the order they were built.
+  static std::vector<Window*> Built();
+  // The windows shown, back to front.
+  static std::vector<Window*> Shown();
+  static Window* Front();
+  // Destroys every instance: a fresh program state.
+  static void ResetAll();
+
+  // Used by Window.
+  static void NoteShown(Window* w);
+  static void NoteHidden(Window* w);
+};
+
+// `iwindow->customername`: the implicit instance of a window class T, which names itself with a
+// static `kClassName`; the program registers a factory for each class at start.
+template <class T>
+class Implicit {
+ public:
+  T* operator->() const { return &Get(); }
+  T& operator*() const { return Get(); }
+  static T& Get() { return static_cast<T&>(WindowRegistry::Touch(T::kClassName)); }
+  static bool Exists() { return WindowRegistry::Find(T::kClassName) != nullptr; }
+};
+
+template <class T>
+void RegisterWindowClass() {
+  WindowRegistry::Register(T::kClassName, [] { return std::make_unique<T>(); });
+}
+
+// Runs a handler. At the outermost level (an event from the person or the runtime) a
+// RuntimeException that the handler leaves stops there and is reported through the screen; the
+// program goes on. Inside another handler, it passes on up.
+void RunHandler(const std::function<void()>& body);
+bool RunHandlerBool(const std::function<bool()>& body, bool fallback = false);
+// For a modal loop: the events served inside it are outermost again.
+class OutermostScope {
+ public:
+  OutermostScope();
+  ~OutermostScope();
+
+ private:
+  int saved_;
+};
