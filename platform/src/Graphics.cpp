@@ -1,0 +1,162 @@
+// The drawing object, the surfaces it draws on, page setups and the print dialog.
+#include "rb/Graphics.h"
+
+#include <cmath>
+#include <sstream>
+
+#include "PainterSurface.h"
+#include "rb/Screen.h"
+
+// ---- Surfaces
+
+void RecordingSurface::Draw(const DrawOp& op, const Picture*) {
+  if (!finished_) ops_.push_back(op);
+}
+
+void RecordingSurface::Finish() {
+  if (finished_) return;
+  finished_ = true;
+  if (done_) done_(ops_);
+}
+
+void TeeSurface::Draw(const DrawOp& op, const Picture* picture) {
+  for (auto& part : parts_) part->Draw(op, picture);
+}
+
+void TeeSurface::Finish() {
+  for (auto& part : parts_) part->Finish();
+}
+
+// ---- Graphics
+
+Graphics::Graphics(std::unique_ptr<PageSurface> surface) : surface_(std::move(surface)) {}
+
+// Letting go of the last reference ends the job: the page goes out here.
+Graphics::~Graphics() {
+  if (!surface_) return;
+  try {
+    surface_->Finish();
+  } catch (...) {
+    // A page that cannot go out is not the program's concern; it never hears of print failures.
+  }
+}
+
+FontState Graphics::State() const {
+  FontState s;
+  s.font = TextFont.Utf8();
+  s.size = TextSize;
+  s.bold = Bold;
+  s.italic = Italic;
+  s.underline = Underline;
+  return s;
+}
+
+// An empty text is drawn too: it shows nothing, but the page still has the call.
+void Graphics::DrawString(const String& text, Integer x, Integer y, Integer wrap, bool /*condense*/) {
+  DrawOp op;
+  op.kind = DrawOp::Text;
+  op.state = State();
+  op.color = ForeColor;
+  op.text = text.Utf8();
+  op.x = x;
+  op.y = y;
+  op.wrap = wrap;
+  surface_->Draw(op, nullptr);
+}
+
+Double Graphics::StringWidth(const String& text) { return MeasureWidth(State(), text); }
+
+Integer Graphics::StringHeight(const String& text, Integer wrap) {
+  const FontState state = State();
+  const double lines = static_cast<double>(LayoutLines(state, text, wrap).size());
+  return static_cast<Integer>(std::lround(lines * LineHeight(state)));
+}
+
+void Graphics::DrawLine(Integer x1, Integer y1, Integer x2, Integer y2) {
+  DrawOp op;
+  op.kind = DrawOp::Line;
+  op.state = State();
+  op.color = ForeColor;
+  op.x = x1;
+  op.y = y1;
+  op.x2 = x2;
+  op.y2 = y2;
+  surface_->Draw(op, nullptr);
+}
+
+// The whole picture goes into w by h; the program only ever asks for it whole and unscaled, so the
+// source rectangle is not used.
+void Graphics::DrawPicture(const Ref<Picture>& picture, Integer x, Integer y, Integer w, Integer h,
+                           Integer /*sx*/, Integer /*sy*/, Integer /*sw*/, Integer /*sh*/) {
+  if (picture == nil) return;
+  constexpr Integer kOwnSize = -10000;
+  DrawOp op;
+  op.kind = DrawOp::PictureOp;
+  op.state = State();
+  op.color = ForeColor;
+  op.x = x;
+  op.y = y;
+  op.width = w == kOwnSize ? picture->Width() : w;
+  op.height = h == kOwnSize ? picture->Height() : h;
+  surface_->Draw(op, picture.get());
+}
+
+void Graphics::DrawStopIcon(Integer x, Integer y) {
+  DrawOp op;
+  op.kind = DrawOp::StopIcon;
+  op.state = State();
+  op.color = ForeColor;
+  op.x = x;
+  op.y = y;
+  op.width = kStopIconSize;
+  op.height = kStopIconSize;
+  surface_->Draw(op, nullptr);
+}
+
+// ---- Page setup
+
+namespace {
+double gDefaultPaperWidth = 595;  // A4, portrait
+double gDefaultPaperHeight = 842;
+
+std::string PointsText(double v) {
+  std::ostringstream out;
+  out.precision(10);
+  out << v;
+  return out.str();
+}
+}  // namespace
+
+void PrinterSetup::SetDefaultPaper(double widthPt, double heightPt) {
+  gDefaultPaperWidth = widthPt;
+  gDefaultPaperHeight = heightPt;
+}
+
+PrinterSetup::PrinterSetup() : paperWidth(gDefaultPaperWidth), paperHeight(gDefaultPaperHeight) {}
+
+Integer PrinterSetup::PageWidth() const {
+  return static_cast<Integer>(std::lround(Landscape ? paperHeight : paperWidth));
+}
+
+Integer PrinterSetup::PageHeight() const {
+  return static_cast<Integer>(std::lround(Landscape ? paperWidth : paperHeight));
+}
+
+// "paper=595x842;landscape=0": the portrait paper in points and the orientation. Nothing reads it
+// back.
+String PrinterSetup::SetupString() const {
+  return String("paper=" + PointsText(paperWidth) + "x" + PointsText(paperHeight) +
+                ";landscape=" + (Landscape ? "1" : "0"));
+}
+
+bool PrinterSetup::PageSetupDialog(void* /*parent*/) {
+  const bool confirmed = CurrentScreen().PageSetupDialog(*this);
+  if (confirmed) chosenByUser = true;
+  return confirmed;
+}
+
+Ref<Graphics> OpenPrinterDialog(const Ref<PrinterSetup>& setup, void* /*parent*/) {
+  std::unique_ptr<PageSurface> surface = CurrentScreen().PrintDialog(setup.get());
+  if (!surface) return nil;
+  return New<Graphics>(std::move(surface));
+}
