@@ -71,6 +71,8 @@ class iwindow : public Window {
   void paid();
   void markthem();
   void AddMenuHandlers();
+  // The invoice's name: number, date and customer, joined by "-".
+  String invoicename() const;
 
   // Window events.
   void Event_Open();
@@ -97,34 +99,58 @@ class iwindow : public Window {
   void CreateControls() override;
 
  private:
-  // Control handlers.
+  // Building the form (iwindow.cpp).
+  void Layout();
+  void CreateRowArrays();
+  void CreateOtherControls();
+  void FurtherProperties();
+  void WireHandlers();
+
+  // What several fields share: the lock at opening, the whole text selected on entering, and any
+  // key counting as an edit.
   void lock(TextControl* c);
   void select(TextControl* c);
   bool mark();
-  void customeraddress_TextChange();
+
+  // Field behaviour (fields.cpp).
+  bool customername_KeyDown(const String& key);
+  bool customeraddress_KeyDown(const String& key);
+  bool comments_KeyDown(const String& key);
+  bool statusfield_KeyDown(const String& key);
+  void ordernumberfield_TextChange();
+  void currenysign_Open(Integer index);
+  bool customers_CellTextPaint(Graphics& g, Integer row, Integer column, Integer x, Integer y);
+
+  // Arithmetic (arithmetic.cpp).
   void number_TextChange(Integer index);
+  bool number_KeyDown(Integer index, const String& key);
   void price_TextChange(Integer index);
   void price_LostFocus(Integer index);
   void description_TextChange(Integer index);
-  bool description_MouseDown(Integer index, Integer x, Integer y);
   void total_TextChange(Integer index);
   void grandtotal_TextChange();
   void discountfield_TextChange();
   void discountfield_LostFocus();
+  bool discountfield_KeyDown(const String& key);
   bool discountfield_MouseDown(Integer x, Integer y);
   void PostageField_TextChange();
   void PostageField_LostFocus();
+  bool PostageField_KeyDown(const String& key);
   bool PostageField_MouseDown(Integer x, Integer y);
-  void ordernumberfield_TextChange();
-  void statusfield_TextChange();
-  void currenysign_Open(Integer index);
+  void rowtotal(Integer index);
+
+  // Life cycle (lifecycle.cpp).
   bool customers_CellClick(Integer row, Integer column, Integer x, Integer y);
-  bool customers_CellTextPaint(Graphics& g, Integer row, Integer column, Integer x, Integer y);
+
+  // The lists, the name book, the ledger and the stock menu.
+  void customeraddress_TextChange();
+  void statusfield_TextChange();
+  bool description_MouseDown(Integer index, Integer x, Integer y);
   void names_Change();
   void unpaid_Change();
   void cm_Action(const String& item);
-  void rowtotal(Integer index);
   void fill(PopupMenu* popup, const String& folder);
+  void fill(Listbox* list, const String& folder);
 
   std::array<TextField*, 10> number_{}, description_{}, price_{}, total_{};
   std::array<StaticText*, 15> currenysign_{};

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "rb/rb.h"
+#include "secondary/StaticTextButton.h"
 
 namespace win {
 
@@ -10,8 +11,16 @@ class about : public Window {
   static constexpr const char* kClassName = "about";
   about();
 
+  PushButton* PushButton1 = nullptr;
+  StaticText* StaticText1 = nullptr;
+  StaticTextButton* StaticTextButton1 = nullptr;
+
  protected:
   void CreateControls() override;
+
+ private:
+  void PushButton1_Action();
+  void StaticTextButton1_Action();
 };
 
 }  // namespace win

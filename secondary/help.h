@@ -10,8 +10,14 @@ class help : public Window {
   static constexpr const char* kClassName = "help";
   help();
 
+  PushButton* PushButton1 = nullptr;
+  TextArea* EditField1 = nullptr;
+
  protected:
   void CreateControls() override;
+
+ private:
+  void PushButton1_Action();
 };
 
 }  // namespace win

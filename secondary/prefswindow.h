@@ -34,8 +34,23 @@ class prefswindow : public Window {
   GroupBox* GroupBox4 = nullptr;
   CheckBox* DateEditButt = nullptr;
 
+  void Event_Activate();
+
  protected:
   void CreateControls() override;
+
+ private:
+  // The nine text controls share these two.
+  void textfield_GotFocus(TextControl* c);
+  bool textfield_KeyDown(const String& key);
+
+  void invoicestartnumberfield_TextChange();
+  void loadlogobutt_Action();
+  void PushButton1_Action();
+  bool canvas1_MouseDown(Integer x, Integer y);
+  void currency_Change();
+  void DateEditButt_Action();
+  void closebutt_Action();
 };
 
 }  // namespace win

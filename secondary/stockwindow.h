@@ -1,4 +1,5 @@
-// The stock catalogue: descriptions and prices that fill a line of the form.
+// The stock catalogue: descriptions and prices that fill a line of the form. The list is the
+// catalogue; there is no other copy in memory.
 #pragma once
 
 #include "rb/rb.h"
@@ -19,8 +20,18 @@ class stockwindow : public Window {
   void makeeditable();
   void savestock();
 
+  void Event_Activate();
+
  protected:
   void CreateControls() override;
+
+ private:
+  void stockbox_GotFocus();
+  void stockbox_LostFocus();
+  bool addtypebutt_MouseDown(Integer x, Integer y);
+  void addtypebutt_Action();
+  void deletebutt_Action();
+  void KeepButt_Action();
 };
 
 }  // namespace win

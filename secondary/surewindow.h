@@ -18,6 +18,11 @@ class surewindow : public Window {
 
  protected:
   void CreateControls() override;
+
+ private:
+  void Canvas1_Paint(Graphics& g);
+  void cancelbutt_Action();
+  void acceptbutt_Action();
 };
 
 }  // namespace win

@@ -8,6 +8,7 @@
 #include <QString>
 #include <QStringList>
 #include <algorithm>
+#include <cmath>
 
 #include "rb/Graphics.h"
 
@@ -49,8 +50,6 @@ const Faces& InstalledFaces() {
   }();
   return faces;
 }
-
-QString ToQString(const String& text) { return QString::fromStdString(text.Utf8()); }
 
 // The text's lines as typed: Chr(13) breaks a line; LF and CR LF are taken the same way, in case
 // a text reached us from a file written elsewhere.
@@ -126,7 +125,11 @@ double MeasureWidth(const FontState& state, const String& text) {
   return widest;
 }
 
-double LineHeight(const FontState& state) { return QFontMetricsF(FontFor(state)).lineSpacing(); }
+// Whole points, so that the lines of a text stand at whole offsets and a text of n lines is
+// exactly n times as high as one line.
+double LineHeight(const FontState& state) {
+  return std::round(QFontMetricsF(FontFor(state)).lineSpacing());
+}
 
 std::vector<std::string> LayoutLines(const FontState& state, const String& text, int wrap) {
   std::vector<std::string> paragraphs = SplitParagraphs(text.Utf8());

@@ -29,6 +29,12 @@ void TeeSurface::Finish() {
 
 // ---- Graphics
 
+namespace {
+void Put(PageSurface* surface, const DrawOp& op, const Picture* picture) {
+  if (surface != nullptr) surface->Draw(op, picture);
+}
+}  // namespace
+
 Graphics::Graphics(std::unique_ptr<PageSurface> surface) : surface_(std::move(surface)) {}
 
 // Letting go of the last reference ends the job: the page goes out here.
@@ -61,7 +67,7 @@ void Graphics::DrawString(const String& text, Integer x, Integer y, Integer wrap
   op.x = x;
   op.y = y;
   op.wrap = wrap;
-  surface_->Draw(op, nullptr);
+  Put(surface_.get(), op, nullptr);
 }
 
 Double Graphics::StringWidth(const String& text) { return MeasureWidth(State(), text); }
@@ -81,7 +87,7 @@ void Graphics::DrawLine(Integer x1, Integer y1, Integer x2, Integer y2) {
   op.y = y1;
   op.x2 = x2;
   op.y2 = y2;
-  surface_->Draw(op, nullptr);
+  Put(surface_.get(), op, nullptr);
 }
 
 // The whole picture goes into w by h; the program only ever asks for it whole and unscaled, so the
@@ -98,7 +104,7 @@ void Graphics::DrawPicture(const Ref<Picture>& picture, Integer x, Integer y, In
   op.y = y;
   op.width = w == kOwnSize ? picture->Width() : w;
   op.height = h == kOwnSize ? picture->Height() : h;
-  surface_->Draw(op, picture.get());
+  Put(surface_.get(), op, picture.get());
 }
 
 void Graphics::DrawStopIcon(Integer x, Integer y) {
@@ -110,7 +116,7 @@ void Graphics::DrawStopIcon(Integer x, Integer y) {
   op.y = y;
   op.width = kStopIconSize;
   op.height = kStopIconSize;
-  surface_->Draw(op, nullptr);
+  Put(surface_.get(), op, nullptr);
 }
 
 // ---- Page setup

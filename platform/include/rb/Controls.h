@@ -226,6 +226,9 @@ class Listbox : public Control {
   void BeginEdit(Integer row, Integer column);
   void SetEditText(const String& text);
   void EndEdit(bool keep = true);  // Return or Enter keeps; the text goes into the cell
+  // A key typed into the open edit: it opens with its whole text selected, so the first character
+  // typed replaces it; later ones add at the end, Backspace takes the last one off.
+  void EditKey(const String& key);
   // The colour the list paints a cell's text in, after CellTextPaint ran on g.
   Color PaintCellText(Graphics& g, Integer row, Integer column);
 
@@ -240,6 +243,7 @@ class Listbox : public Control {
   Integer listIndex_ = -1;
   Integer editRow_ = -1, editColumn_ = -1;
   String editText_;
+  bool editSelected_ = false;
 };
 
 class PopupMenu : public Control {

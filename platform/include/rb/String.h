@@ -60,6 +60,8 @@ std::string MacRomanToUtf8(const std::string& bytes);
 std::string Utf8ToMacRoman(const std::string& utf8);
 // Full Unicode case folding for comparison.
 bool EqualsIgnoringCase(const std::string& utf8a, const std::string& utf8b);
+// The key under which texts compare ignoring case: equal keys exactly when EqualsIgnoringCase.
+std::string FoldCase(const std::string& utf8);
 // Orders names ignoring case; ties broken by the bytes, so the order is total and stable.
 bool LessIgnoringCase(const std::string& utf8a, const std::string& utf8b);
 

@@ -1,0 +1,14 @@
+// The main window's start: its lists are the folders as they stand.
+#include "invoice/iwindow.h"
+
+namespace win {
+
+void iwindow::Event_Open() {
+  getcustomers();
+  getnames();
+  addresshaschanged = false;
+  getunpaid();
+  markthem();
+}
+
+}  // namespace win

@@ -1,0 +1,203 @@
+#include "ButtonViews.h"
+
+#include <QCursor>
+#include <QMouseEvent>
+#include <QPalette>
+#include <QSignalBlocker>
+#include <QFontMetrics>
+#include <algorithm>
+
+#include "DesktopScreen.h"
+#include "QtText.h"
+
+namespace desk {
+
+namespace {
+
+// A press and its release make one click; the release may come outside (a link that is pressed
+// and dragged away still acts on release).
+class ClickLabel : public QLabel {
+ public:
+  ClickLabel(Control& c, QWidget* parent) : QLabel(parent), control_(c) {}
+
+ protected:
+  void mousePressEvent(QMouseEvent* e) override {
+    pressed_ = e->button() == Qt::LeftButton || e->button() == Qt::RightButton;
+    contextual_ = e->button() == Qt::RightButton || (e->modifiers() & Qt::ControlModifier);
+  }
+  void mouseReleaseEvent(QMouseEvent* e) override {
+    if (!pressed_) return;
+    pressed_ = false;
+    const QPoint p = e->position().toPoint();
+    Guard([&] { control_.UserClick(p.x(), p.y(), contextual_); });
+  }
+
+ private:
+  Control& control_;
+  bool pressed_ = false;
+  bool contextual_ = false;
+};
+
+QPoint ClickPoint(const QWidget* w) {
+  const QPoint p = w->mapFromGlobal(QCursor::pos());
+  return w->rect().contains(p) ? p : w->rect().center();
+}
+
+}  // namespace
+
+QString Caption(const String& text) {
+  QString s = ToWidgetText(text);
+  s.replace(QStringLiteral("&"), QStringLiteral("&&"));
+  return s;
+}
+
+// ---- LabelView ---------------------------------------------------------------------------
+
+LabelView::LabelView(StaticText& c, QWidget* form, DesktopScreen& screen)
+    : ControlView(c, screen), text_(c), label_(new ClickLabel(c, form)) {
+  label_->setTextFormat(Qt::PlainText);
+  label_->setFocusPolicy(Qt::NoFocus);
+  label_->setWordWrap(c.Multiline);
+  const Qt::Alignment h = c.TextAlign == 1 ? Qt::AlignHCenter : c.TextAlign == 2 ? Qt::AlignRight : Qt::AlignLeft;
+  label_->setAlignment(h | Qt::AlignTop);
+  label_->setContentsMargins(0, 0, 0, 0);
+  SyncAll();
+  Sync(Prop::Text);
+  Sync(Prop::TextColor);
+  Sync(Prop::BackColor);
+}
+
+void LabelView::Sync(Prop what) {
+  switch (what) {
+    case Prop::Text:
+      label_->setText(ToWidgetText(text_.Text()));
+      Fit();
+      break;
+    case Prop::Font:
+      ControlView::Sync(what);
+      Fit();
+      break;
+    case Prop::TextColor:
+    case Prop::BackColor: {
+      QPalette pal = label_->palette();
+      pal.setColor(QPalette::WindowText, ToQColor(text_.TextColor()));
+      pal.setColor(QPalette::Window, ToQColor(text_.BackColor()));
+      label_->setPalette(pal);
+      label_->setAutoFillBackground(text_.HasBackColor);
+      break;
+    }
+    default: ControlView::Sync(what); break;
+  }
+}
+
+// A one-line label whose text is wider than its box shows it whole, spilling out on the side away
+// from its alignment, as the form's right-aligned captions did on the system they were drawn on.
+void LabelView::Fit() {
+  const Control& c = control();
+  QRect box(c.Left, c.Top, c.Width, c.Height);
+  if (!label_->wordWrap()) {
+    const QFontMetrics metrics(label_->font());
+    int need = 0;
+    for (const QString& line : label_->text().split(QLatin1Char('\n')))
+      need = std::max(need, metrics.horizontalAdvance(line) + 1);
+    const int extra = need - c.Width;
+    if (extra > 0) {
+      if (c.TextAlign == 2) box.adjust(-extra, 0, 0, 0);
+      else if (c.TextAlign == 1) box.adjust(-extra / 2, 0, extra - extra / 2, 0);
+      else box.adjust(0, 0, extra, 0);
+    }
+  }
+  label_->setGeometry(box);
+}
+
+// ---- PopupView ---------------------------------------------------------------------------
+
+PopupView::PopupView(PopupMenu& c, QWidget* form, DesktopScreen& screen)
+    : ControlView(c, screen), popup_(c), combo_(new QComboBox(form)) {
+  combo_->setFocusPolicy(Qt::NoFocus);
+  combo_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  combo_->setMinimumContentsLength(0);
+  QObject::connect(combo_, &QComboBox::activated, combo_, [this](int row) {
+    Guard([&] { popup_.UserSelect(row); });
+    SyncIndex();
+  });
+  SyncAll();
+  SyncRows();
+}
+
+void PopupView::Sync(Prop what) {
+  switch (what) {
+    case Prop::Rows: SyncRows(); break;
+    case Prop::ListIndex:
+    case Prop::Text: SyncIndex(); break;
+    default: ControlView::Sync(what); break;
+  }
+}
+
+void PopupView::SyncRows() {
+  const QSignalBlocker block(combo_);
+  combo_->clear();
+  QStringList rows;
+  rows.reserve(popup_.ListCount());
+  for (Integer i = 0; i < popup_.ListCount(); ++i) rows << ToWidgetText(popup_.List(i));
+  combo_->addItems(rows);
+  SyncIndex();
+}
+
+void PopupView::SyncIndex() {
+  const QSignalBlocker block(combo_);
+  combo_->setCurrentIndex(popup_.ListIndex() < combo_->count() ? popup_.ListIndex() : -1);
+}
+
+// ---- ButtonView --------------------------------------------------------------------------
+
+ButtonView::ButtonView(PushButton& c, QWidget* form, DesktopScreen& screen)
+    : ControlView(c, screen), push_(c), button_(new QPushButton(form)) {
+  // The field or list that has the focus keeps it: stockwindow's list relies on that.
+  button_->setFocusPolicy(Qt::NoFocus);
+  button_->setAutoDefault(false);
+  button_->setDefault(c.Default);
+  QObject::connect(button_, &QPushButton::clicked, button_, [this] {
+    const QPoint p = ClickPoint(button_);
+    Guard([&] { push_.UserClick(p.x(), p.y(), false); });
+  });
+  SyncAll();
+  Sync(Prop::Caption);
+}
+
+void ButtonView::Sync(Prop what) {
+  if (what == Prop::Caption) {
+    button_->setText(Caption(push_.Caption));
+    return;
+  }
+  ControlView::Sync(what);
+}
+
+// ---- CheckView ---------------------------------------------------------------------------
+
+CheckView::CheckView(CheckBox& c, QWidget* form, DesktopScreen& screen)
+    : ControlView(c, screen), check_(c), box_(new QCheckBox(form)) {
+  box_->setFocusPolicy(Qt::NoFocus);
+  QObject::connect(box_, &QCheckBox::clicked, box_, [this] {
+    const QPoint p = ClickPoint(box_);
+    Guard([&] { check_.UserClick(p.x(), p.y(), false); });
+    Sync(Prop::Value);
+  });
+  SyncAll();
+  Sync(Prop::Caption);
+  Sync(Prop::Value);
+}
+
+void CheckView::Sync(Prop what) {
+  switch (what) {
+    case Prop::Caption: box_->setText(Caption(check_.Caption)); break;
+    case Prop::Value: {
+      const QSignalBlocker block(box_);
+      box_->setChecked(check_.Value());
+      break;
+    }
+    default: ControlView::Sync(what); break;
+  }
+}
+
+}  // namespace desk

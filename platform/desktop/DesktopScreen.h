@@ -1,0 +1,83 @@
+// The desktop: every window of the program as Qt widgets, the dialogs, the printer, the browser
+// and the menu bar. Views mirror the platform's windows and controls; a person's keys and clicks
+// go into the platform's user-input methods, and its change notices update the widgets.
+#pragma once
+
+#include <QObject>
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "rb/Screen.h"
+
+class QEventLoop;
+class QKeyEvent;
+class QWidget;
+
+namespace desk {
+
+class WindowView;
+class ControlView;
+
+class DesktopScreen : public QObject, public Screen {
+ public:
+  DesktopScreen();
+  ~DesktopScreen() override;
+
+  void MsgBox(const String& text) override;
+  void Beep() override;
+  void ShowURL(const String& url) override;
+  void Quit(Integer code) override;
+  void UnhandledException(const RuntimeException& e) override;
+  void RunModal(Window& w) override;
+  Ref<FolderItem> OpenFileDialog(const String& filter) override;
+  std::optional<Integer> ContextualMenu(const std::vector<String>& rows) override;
+  std::unique_ptr<PageSurface> PrintDialog(const PrinterSetup* setup) override;
+  bool PageSetupDialog(PrinterSetup& setup) override;
+
+  void WindowShown(Window& w) override;
+  void WindowHidden(Window& w) override;
+  void WindowDestroyed(Window& w) override;
+  void ControlChanged(Control& c, Prop what) override;
+  void FocusChanged(Window& w, Control* c) override;
+
+  // Whether Quit was asked, and with which code: a quit before the event loop runs (during the
+  // start) is kept for main to see.
+  bool QuitRequested() const { return quitRequested_; }
+  int QuitCode() const { return quitCode_; }
+
+  WindowView* ViewOf(const Window& w) const;
+  ControlView* ViewOf(const Control& c) const;
+  // The top-level widget of the front window, parent of the dialogs.
+  QWidget* FrontWidget() const;
+
+  // A menu item chosen by the person, by mouse or by its key; the Edit items carry the system
+  // clipboard to and from the platform's.
+  void ChooseItem(const std::string& name);
+  // Enabled state of every menu item as the platform says now.
+  void RefreshMenus();
+  // A key pressed with Control: the menu item that has it as shortcut, if it is live.
+  void CommandKey(const QKeyEvent& e);
+
+  // Painting runs handlers (Paint, CellTextPaint); a report during it waits for the loop.
+  void BeginPaint() { ++painting_; }
+  void EndPaint() { --painting_; }
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  std::map<const Window*, std::unique_ptr<WindowView>> views_;
+  std::map<const Window*, std::vector<QEventLoop*>> loops_;
+  bool quitRequested_ = false;
+  int quitCode_ = 0;
+  int painting_ = 0;
+};
+
+// Runs platform code from a Qt event: a runtime exception that got this far is reported through
+// the screen and never passed into Qt's event loop.
+void Guard(const std::function<void()>& body);
+
+}  // namespace desk

@@ -1,0 +1,331 @@
+#include "TextViews.h"
+
+#include <QInputMethodEvent>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPalette>
+#include <QScrollBar>
+#include <QTextBlock>
+#include <QTextCursor>
+#include <QTextDocument>
+#include <QTextOption>
+
+#include "DesktopScreen.h"
+#include "KeyMap.h"
+#include "QtText.h"
+#include "rb/Window.h"
+
+namespace desk {
+
+namespace {
+
+Qt::Alignment FieldAlignment(Integer alignment) {
+  switch (alignment) {
+    case 2: return Qt::AlignHCenter;
+    case 3: return Qt::AlignRight;
+    default: return Qt::AlignLeft;
+  }
+}
+
+bool IsContextual(const QMouseEvent* e) {
+  return e->button() == Qt::RightButton ||
+         (e->button() == Qt::LeftButton && (e->modifiers() & Qt::ControlModifier));
+}
+
+// The widgets: their own editing is cut off at every door a person could use.
+class LineEdit : public QLineEdit {
+ public:
+  LineEdit(TextView& view, QWidget* parent) : QLineEdit(parent), view_(view) {}
+
+ protected:
+  void keyPressEvent(QKeyEvent* e) override {
+    if (view_.Key(e)) return;
+    QLineEdit::keyPressEvent(e);
+    view_.SelectionFromWidget();
+  }
+  void mousePressEvent(QMouseEvent* e) override {
+    if (e->button() == Qt::MiddleButton || view_.ContextualPress(e)) return;
+    QLineEdit::mousePressEvent(e);
+    view_.Pressed(e);
+  }
+  void mouseReleaseEvent(QMouseEvent* e) override {
+    QLineEdit::mouseReleaseEvent(e);
+    view_.SelectionFromWidget();
+  }
+  void mouseDoubleClickEvent(QMouseEvent* e) override {
+    if (e->button() != Qt::LeftButton) return;
+    QLineEdit::mouseDoubleClickEvent(e);
+    view_.SelectionFromWidget();
+  }
+  void inputMethodEvent(QInputMethodEvent* e) override { view_.Commit(e->commitString()); }
+  void contextMenuEvent(QContextMenuEvent*) override {}
+
+ private:
+  TextView& view_;
+};
+
+class PlainEdit : public QPlainTextEdit {
+ public:
+  PlainEdit(TextView& view, QWidget* parent) : QPlainTextEdit(parent), view_(view) {}
+
+ protected:
+  void keyPressEvent(QKeyEvent* e) override {
+    if (view_.Key(e)) return;
+    QPlainTextEdit::keyPressEvent(e);
+    view_.SelectionFromWidget();
+  }
+  void mousePressEvent(QMouseEvent* e) override {
+    if (e->button() == Qt::MiddleButton || view_.ContextualPress(e)) return;
+    QPlainTextEdit::mousePressEvent(e);
+    view_.Pressed(e);
+  }
+  void mouseReleaseEvent(QMouseEvent* e) override {
+    QPlainTextEdit::mouseReleaseEvent(e);
+    view_.SelectionFromWidget();
+  }
+  void mouseDoubleClickEvent(QMouseEvent* e) override {
+    if (e->button() != Qt::LeftButton) return;
+    QPlainTextEdit::mouseDoubleClickEvent(e);
+    view_.SelectionFromWidget();
+  }
+  void inputMethodEvent(QInputMethodEvent* e) override { view_.Commit(e->commitString()); }
+  void contextMenuEvent(QContextMenuEvent*) override {}
+  bool canInsertFromMimeData(const QMimeData*) const override { return false; }
+
+ private:
+  TextView& view_;
+};
+
+}  // namespace
+
+// ---- TextView ----------------------------------------------------------------------------
+
+void TextView::Sync(Prop what) {
+  switch (what) {
+    case Prop::Text: SyncText(); break;
+    case Prop::Selection: SyncSelection(); break;
+    case Prop::ReadOnly:
+    case Prop::BackColor:
+    case Prop::TextColor:
+    case Prop::Font:
+      SyncCommon(what);
+      SyncLook();
+      break;
+    default: SyncCommon(what); break;
+  }
+}
+
+void TextView::SyncText() {
+  const QString want = ToWidgetText(text_.Text());
+  if (WidgetText() != want) {
+    syncing_ = true;
+    const QSignalBlocker block(widget());
+    SetWidgetText(want);
+    syncing_ = false;
+  }
+  SyncSelection();
+}
+
+void TextView::SyncSelection() {
+  const QString t = WidgetText();
+  const int start = ToUtf16Index(t, text_.SelStart());
+  const int end = ToUtf16Index(t, text_.SelStart() + text_.SelLength());
+  if (WidgetSelection() == std::make_pair(start, end - start)) return;
+  syncing_ = true;
+  const QSignalBlocker block(widget());
+  SetWidgetSelection(start, end - start);
+  syncing_ = false;
+}
+
+void TextView::EnsurePlatformFocus() {
+  Window* w = text_.ParentWindow();
+  if (w && w->Focus() != &text_ && text_.AcceptsFocus()) Guard([&] { w->SetFocus(&text_); });
+}
+
+bool TextView::Key(QKeyEvent* e) {
+  Window* w = text_.ParentWindow();
+  if (!w) return true;
+  // Command keys belong to the menus, which saw them before the widget did.
+  if (IsCommandKey(*e)) return true;
+  if (e->key() == Qt::Key_Backtab) {
+    Guard([&] { w->FocusNext(true); });
+    return true;
+  }
+  if (IsSelectionKey(*e)) return false;
+  const std::vector<String> keys = PlatformKeys(*e);
+  if (keys.empty()) {
+    // Paging through a long text is the widget's; it moves the caret, which comes back to us.
+    return !(e->key() == Qt::Key_PageUp || e->key() == Qt::Key_PageDown) || !text_.Multiline;
+  }
+  EnsurePlatformFocus();
+  for (const String& key : keys) Guard([&] { w->UserKey(key); });
+  return true;
+}
+
+bool TextView::ContextualPress(QMouseEvent* e) {
+  if (!IsContextual(e)) return false;
+  const QPoint p = e->position().toPoint();
+  Guard([&] { text_.UserClick(p.x(), p.y(), true); });
+  if (Window* w = text_.ParentWindow()) screen().FocusChanged(*w, w->Focus());
+  return true;
+}
+
+void TextView::Pressed(QMouseEvent* e) {
+  Window* w = text_.ParentWindow();
+  if (!w) return;
+  const QString t = WidgetText();
+  const auto [s16, l16] = WidgetSelection();
+  const Integer start = ToCharacterIndex(t, s16);
+  const Integer length = ToCharacterIndex(t, s16 + l16) - start;
+  const bool hadFocus = w->Focus() == &text_;
+  const QPoint p = e->position().toPoint();
+  Guard([&] { text_.UserClick(p.x(), p.y(), false); });
+  if (w->Focus() == &text_) {
+    // The click places the caret, unless GotFocus chose a selection of its own: entering a field
+    // leaves the caret at the end when its handler did not select.
+    const bool caretAtEnd = text_.SelLength() == 0 && text_.SelStart() == Len(text_.Text());
+    if (hadFocus || caretAtEnd) Guard([&] { text_.SetSelectionFromUser(start, length); });
+  } else {
+    screen().FocusChanged(*w, w->Focus());
+  }
+  SyncSelection();
+}
+
+void TextView::SelectionFromWidget() {
+  if (syncing_) return;
+  Window* w = text_.ParentWindow();
+  if (!w || w->Focus() != &text_) {
+    SyncSelection();
+    return;
+  }
+  const QString t = WidgetText();
+  const auto [s16, l16] = WidgetSelection();
+  const Integer start = ToCharacterIndex(t, s16);
+  const Integer length = ToCharacterIndex(t, s16 + l16) - start;
+  if (start != text_.SelStart() || length != text_.SelLength())
+    Guard([&] { text_.SetSelectionFromUser(start, length); });
+}
+
+void TextView::TextFromWidget() {
+  if (syncing_) return;
+  const std::string now = FromWidgetText(WidgetText());
+  if (now == text_.Text().Utf8()) return;
+  const QString t = WidgetText();
+  const auto [s16, l16] = WidgetSelection();
+  const Integer start = ToCharacterIndex(t, s16);
+  const Integer length = ToCharacterIndex(t, s16 + l16) - start;
+  Guard([&] { text_.SetTextFromUser(now, start, length); });
+  SyncText();
+}
+
+void TextView::Commit(const QString& committed) {
+  Window* w = text_.ParentWindow();
+  if (!w || committed.isEmpty()) return;
+  EnsurePlatformFocus();
+  for (int i = 0; i < committed.size();) {
+    const int n = (committed.at(i).isHighSurrogate() && i + 1 < committed.size()) ? 2 : 1;
+    const String key(committed.mid(i, n).toStdString());
+    i += n;
+    Guard([&] { w->UserKey(key); });
+  }
+}
+
+// ---- FieldView ---------------------------------------------------------------------------
+
+FieldView::FieldView(TextField& c, QWidget* form, DesktopScreen& screen)
+    : TextView(c, screen), edit_(new LineEdit(*this, form)) {
+  edit_->setFocusPolicy(Qt::ClickFocus);
+  edit_->setContextMenuPolicy(Qt::NoContextMenu);
+  edit_->setAcceptDrops(false);
+  edit_->setDragEnabled(false);
+  edit_->setTextMargins(1, 0, 1, 0);
+  QObject::connect(edit_, &QLineEdit::textChanged, edit_, [this] { TextFromWidget(); });
+  SyncAll();
+  SyncLook();
+  SyncText();
+}
+
+QString FieldView::WidgetText() const { return edit_->text(); }
+
+void FieldView::SetWidgetText(const QString& t) { edit_->setText(t); }
+
+std::pair<int, int> FieldView::WidgetSelection() const {
+  if (edit_->hasSelectedText()) return {edit_->selectionStart(), edit_->selectionLength()};
+  return {edit_->cursorPosition(), 0};
+}
+
+void FieldView::SetWidgetSelection(int start, int length) {
+  if (length > 0) {
+    edit_->setSelection(start, length);
+  } else {
+    edit_->deselect();
+    edit_->setCursorPosition(start);
+  }
+}
+
+void FieldView::SyncLook() {
+  const TextControl& c = text();
+  edit_->setFrame(c.Border);
+  edit_->setReadOnly(c.ReadOnly());
+  edit_->setAlignment(FieldAlignment(c.Alignment) | Qt::AlignVCenter);
+  QPalette pal = edit_->palette();
+  pal.setColor(QPalette::Base, ToQColor(c.BackColor()));
+  pal.setColor(QPalette::Text, ToQColor(c.TextColor()));
+  edit_->setPalette(pal);
+}
+
+// ---- AreaView ----------------------------------------------------------------------------
+
+AreaView::AreaView(TextArea& c, QWidget* form, DesktopScreen& screen)
+    : TextView(c, screen), edit_(new PlainEdit(*this, form)) {
+  edit_->setFocusPolicy(Qt::ClickFocus);
+  edit_->setContextMenuPolicy(Qt::NoContextMenu);
+  edit_->setAcceptDrops(false);
+  edit_->setTabChangesFocus(true);
+  edit_->setLineWrapMode(QPlainTextEdit::WidgetWidth);
+  edit_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  edit_->setVerticalScrollBarPolicy(c.ScrollBarVertical ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
+  edit_->document()->setDocumentMargin(2);
+  // Qt's multi-line editor signals a change even for a text set to itself: only a real
+  // difference reaches the platform.
+  QObject::connect(edit_, &QPlainTextEdit::textChanged, edit_, [this] { TextFromWidget(); });
+  SyncAll();
+  SyncLook();
+  SyncText();
+}
+
+QString AreaView::WidgetText() const { return edit_->toPlainText(); }
+
+void AreaView::SetWidgetText(const QString& t) { edit_->setPlainText(t); }
+
+std::pair<int, int> AreaView::WidgetSelection() const {
+  const QTextCursor cur = edit_->textCursor();
+  return {cur.selectionStart(), cur.selectionEnd() - cur.selectionStart()};
+}
+
+void AreaView::SetWidgetSelection(int start, int length) {
+  QTextCursor cur(edit_->document());
+  cur.setPosition(start);
+  if (length > 0) cur.setPosition(start + length, QTextCursor::KeepAnchor);
+  edit_->setTextCursor(cur);
+  edit_->ensureCursorVisible();
+}
+
+void AreaView::SyncLook() {
+  const TextControl& c = text();
+  edit_->setFrameShape(c.Border ? QFrame::StyledPanel : QFrame::NoFrame);
+  edit_->setReadOnly(c.ReadOnly());
+  // A read-only text can still be selected and its caret moved.
+  edit_->setTextInteractionFlags(c.ReadOnly() ? Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard
+                                              : Qt::TextEditorInteraction);
+  QTextOption option = edit_->document()->defaultTextOption();
+  option.setAlignment(FieldAlignment(c.Alignment));
+  option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+  edit_->document()->setDefaultTextOption(option);
+  QPalette pal = edit_->palette();
+  pal.setColor(QPalette::Base, ToQColor(c.BackColor()));
+  pal.setColor(QPalette::Text, ToQColor(c.TextColor()));
+  edit_->setPalette(pal);
+}
+
+}  // namespace desk

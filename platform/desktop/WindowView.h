@@ -1,0 +1,52 @@
+// A window of the program as a top-level widget: the fixed form at its design size, its controls
+// at their design places. Resizing the window cuts the form off or leaves white space; nothing
+// moves.
+#pragma once
+
+#include <QWidget>
+#include <map>
+#include <memory>
+
+#include "ControlView.h"
+#include "rb/Window.h"
+
+class QMenuBar;
+
+namespace desk {
+
+class MenuBarView;
+
+// The window kinds by Frame: 0 a document window, 1 a movable modal dialog, 2 a modal dialog with
+// no title bar, 8 a sheet, here a movable modal dialog.
+bool IsModalFrame(Integer frame);
+
+class WindowView : public QWidget {
+ public:
+  WindowView(Window& w, DesktopScreen& screen);
+  ~WindowView() override;
+
+  Window& window() const { return window_; }
+  QWidget* Form() const { return form_; }
+  ControlView* ViewOf(const Control& c) const;
+  MenuBarView* Menus() const { return menus_.get(); }
+
+  // Shows the window: placed once, brought to the front.
+  void Present();
+  void ControlChanged(Control& c, Prop what);
+  void FocusTo(Control* c);
+
+ protected:
+  void keyPressEvent(QKeyEvent* e) override;
+  void closeEvent(QCloseEvent* e) override;
+
+ private:
+  void Place();
+  Window& window_;
+  DesktopScreen& screen_;
+  QWidget* form_;
+  std::unique_ptr<MenuBarView> menus_;
+  std::map<const Control*, std::unique_ptr<ControlView>> views_;
+  bool placed_ = false;
+};
+
+}  // namespace desk

@@ -1,0 +1,53 @@
+// PushButton and CheckBox. Neither takes the focus: a click leaves it with the field or list that
+// has it.
+#include "ControlSupport.h"
+#include "rb/Screen.h"
+#include "rb/Window.h"
+
+// MouseDown at the press; Action at the release unless MouseDown kept the mouse for itself.
+void PushButton::UserClick(Integer x, Integer y, bool contextual) {
+  if (!Enabled()) return;
+  rbi::EndCellEditsOf(ParentWindow());
+  bool answered = false;
+  {
+    rbi::ContextualClickScope scope(contextual);
+    answered = RunHandlerBool([&] { return OnMouseDown ? OnMouseDown(x, y) : false; });
+  }
+  if (answered) {
+    RunHandler([&] {
+      if (OnMouseUp) OnMouseUp(x, y);
+    });
+    return;
+  }
+  if (Enabled()) RunHandler(OnAction);
+}
+
+void PushButton::Push() {
+  if (!Enabled()) return;
+  rbi::EndCellEditsOf(ParentWindow());
+  RunHandler(OnAction);
+}
+
+void CheckBox::setValue(bool v) {
+  if (value_ == v) return;
+  value_ = v;
+  Changed(Prop::Value);
+  RunHandler(OnAction);
+}
+
+void CheckBox::UserClick(Integer x, Integer y, bool contextual) {
+  if (!Enabled()) return;
+  rbi::EndCellEditsOf(ParentWindow());
+  bool answered = false;
+  {
+    rbi::ContextualClickScope scope(contextual);
+    answered = RunHandlerBool([&] { return OnMouseDown ? OnMouseDown(x, y) : false; });
+  }
+  if (answered) {
+    RunHandler([&] {
+      if (OnMouseUp) OnMouseUp(x, y);
+    });
+    return;
+  }
+  setValue(!value_);
+}

@@ -1,0 +1,104 @@
+// What every control has: its place in the window, its type and colours, and the mouse.
+#include "ControlSupport.h"
+#include "rb/Screen.h"
+#include "rb/Window.h"
+
+Control::Control(Window* window, std::string name, Integer index)
+    : window_(window), name_(std::move(name)), index_(index) {}
+
+Control::~Control() = default;
+
+std::string Control::FullName() const {
+  if (index_ < 0) return name_;
+  return name_ + "(" + std::to_string(index_) + ")";
+}
+
+void Control::Changed(Prop what) { CurrentScreen().ControlChanged(*this, what); }
+
+void Control::setEnabled(bool v) {
+  if (enabled_ == v) return;
+  enabled_ = v;
+  Changed(Prop::Enabled);
+}
+
+void Control::setVisible(bool v) {
+  if (visible_ == v) return;
+  visible_ = v;
+  Changed(Prop::Visible);
+}
+
+void Control::setTextFont(const String& v) {
+  if (font_.SameAs(v)) return;
+  font_ = String(v.Utf8());
+  Changed(Prop::Font);
+}
+
+void Control::setTextSize(Double v) {
+  if (size_ == v) return;
+  size_ = v;
+  Changed(Prop::Font);
+}
+
+void Control::setBold(bool v) {
+  if (bold_ == v) return;
+  bold_ = v;
+  Changed(Prop::Font);
+}
+
+void Control::setItalic(bool v) {
+  if (italic_ == v) return;
+  italic_ = v;
+  Changed(Prop::Font);
+}
+
+void Control::setUnderline(bool v) {
+  if (underline_ == v) return;
+  underline_ = v;
+  Changed(Prop::Font);
+}
+
+void Control::setTextColor(Color v) {
+  if (textColor_ == v) return;
+  textColor_ = v;
+  Changed(Prop::TextColor);
+}
+
+void Control::setBackColor(Color v) {
+  if (backColor_ == v) return;
+  backColor_ = v;
+  Changed(Prop::BackColor);
+}
+
+// Press and release. MouseDown answering True keeps the release for the control itself (MouseUp);
+// otherwise the platform goes on as usual, and a field takes the focus.
+void Control::UserClick(Integer x, Integer y, bool contextual) {
+  if (!Enabled()) return;
+  rbi::EndCellEditsOf(window_);
+  bool answered = false;
+  {
+    rbi::ContextualClickScope scope(contextual);
+    answered = RunHandlerBool([&] { return OnMouseDown ? OnMouseDown(x, y) : false; });
+  }
+  if (answered) {
+    RunHandler([&] {
+      if (OnMouseUp) OnMouseUp(x, y);
+    });
+    return;
+  }
+  if (AcceptsFocus() && window_) window_->SetFocus(this);
+}
+
+void Control::UserMouseEnter() { RunHandler(OnMouseEnter); }
+
+void Control::UserMouseExit() { RunHandler(OnMouseExit); }
+
+namespace rbi {
+
+void EndCellEditsOf(Window* window) {
+  if (!window) return;
+  for (const auto& c : window->Controls()) {
+    if (auto* list = dynamic_cast<Listbox*>(c.get()); list && list->Editing()) list->EndEdit(true);
+  }
+}
+
+}  // namespace rbi

@@ -1,0 +1,403 @@
+// Files and folders on a POSIX file system, and the streams that read and write them.
+#include <dirent.h>
+#include <fcntl.h>
+#include <pwd.h>
+#include <sys/stat.h>
+#include <sys/types.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <bit>
+#include <cerrno>
+#include <cfloat>
+#include <climits>
+#include <cmath>
+#include <cstdlib>
+#include <cstring>
+#include <numeric>
+#include <string>
+#include <vector>
+
+#include "CaseFold.h"
+#include "PictureImpl.h"
+#include "rb/Files.h"
+
+namespace {
+
+// A "/" cannot stand in a file name, so names keep it as DIVISION SLASH (U+2215), which looks the
+// same.
+constexpr char kStoredSlash[] = "\xE2\x88\x95";
+constexpr std::size_t kMaxNameBytes = 255;
+
+std::string ReplaceEvery(std::string s, const std::string& what, const std::string& by) {
+  for (std::size_t pos = 0; (pos = s.find(what, pos)) != std::string::npos; pos += by.size())
+    s.replace(pos, what.size(), by);
+  return s;
+}
+
+std::string ShownName(const std::string& onDisk) { return ReplaceEvery(onDisk, kStoredSlash, "/"); }
+
+String NameString(const std::string& bytes) {
+  return String::FromBytes(bytes, IsValidUtf8(bytes) ? TextEncoding::UTF8 : TextEncoding::None);
+}
+
+std::string Join(const std::string& folder, const std::string& name) {
+  return folder == "/" ? "/" + name : folder + "/" + name;
+}
+
+bool IsFolder(const std::string& path) {
+  struct stat st {};
+  return ::stat(path.c_str(), &st) == 0 && S_ISDIR(st.st_mode);
+}
+
+bool IsRegularFile(const std::string& path) {
+  struct stat st {};
+  return ::stat(path.c_str(), &st) == 0 && S_ISREG(st.st_mode);
+}
+
+// The entries of a folder, "." and ".." left out; empty when it can't be read.
+std::vector<std::string> ReadFolder(const std::string& path) {
+  std::vector<std::string> names;
+  DIR* dir = ::opendir(path.c_str());
+  if (!dir) return names;
+  while (const dirent* e = ::readdir(dir)) {
+    if (std::strcmp(e->d_name, ".") == 0 || std::strcmp(e->d_name, "..") == 0) continue;
+    names.emplace_back(e->d_name);
+  }
+  ::closedir(dir);
+  return names;
+}
+
+int OpenFile(const std::string& path, int flags) {
+  int fd;
+  do {
+    fd = ::open(path.c_str(), flags | O_CLOEXEC, 0666);
+  } while (fd < 0 && errno == EINTR);
+  return fd;
+}
+
+// Writes all of it, or as much as the system takes; a failed write is not reported.
+void WriteAll(int fd, const char* p, std::size_t n) {
+  while (fd >= 0 && n > 0) {
+    const ssize_t w = ::write(fd, p, n);
+    if (w < 0 && errno == EINTR) continue;
+    if (w <= 0) return;
+    p += w;
+    n -= static_cast<std::size_t>(w);
+  }
+}
+
+// Reads up to n bytes; fewer only at the end of the file.
+std::size_t ReadUpTo(int fd, void* out, std::size_t n) {
+  auto* p = static_cast<char*>(out);
+  std::size_t got = 0;
+  while (fd >= 0 && got < n) {
+    const ssize_t r = ::read(fd, p + got, n - got);
+    if (r < 0 && errno == EINTR) continue;
+    if (r <= 0) break;
+    got += static_cast<std::size_t>(r);
+  }
+  return got;
+}
+
+std::string CurrentFolder() {
+  std::vector<char> buf(PATH_MAX);
+  while (!::getcwd(buf.data(), buf.size())) {
+    if (errno != ERANGE) return "/";
+    buf.resize(buf.size() * 2);
+  }
+  return buf.data();
+}
+
+std::string HomeFolder() {
+  if (const char* home = std::getenv("HOME"); home && *home) return home;
+  if (const passwd* pw = ::getpwuid(::getuid()); pw && pw->pw_dir) return pw->pw_dir;
+  return "/tmp";
+}
+
+void MakeFolders(const std::string& path) {
+  for (std::size_t pos = 1; pos != std::string::npos;) {
+    pos = path.find('/', pos + 1);
+    ::mkdir(path.substr(0, pos).c_str(), 0777);
+  }
+}
+
+// The folder of the executable when it can be written; otherwise the user's data folder for
+// the program, made if it is missing.
+std::string DefaultProgramFolder() {
+  std::vector<char> buf(PATH_MAX + 1);
+  const ssize_t n = ::readlink("/proc/self/exe", buf.data(), buf.size() - 1);
+  if (n > 0) {
+    std::string exe(buf.data(), static_cast<std::size_t>(n));
+    const auto slash = exe.rfind('/');
+    std::string dir = slash == 0 ? "/" : exe.substr(0, slash);
+    if (slash != std::string::npos && ::access(dir.c_str(), W_OK) == 0) return dir;
+  }
+  const std::string data = HomeFolder() + "/.local/share/ledgerly";
+  MakeFolders(data);
+  return data;
+}
+
+std::string& ProgramFolderOverride() {
+  static std::string path;
+  return path;
+}
+
+}  // namespace
+
+// ---- FolderItem ----------------------------------------------------------------------------
+
+FolderItem::FolderItem(std::string nativePath) : path_(std::move(nativePath)) {
+  if (path_.empty() || path_[0] != '/') path_ = Join(CurrentFolder(), path_);
+  while (path_.size() > 1 && path_.back() == '/') path_.pop_back();
+}
+
+Ref<FolderItem> FolderItem::Child(const String& name) {
+  if (!IsFolder(path_)) return nil;
+  const std::string onDisk = ReplaceEvery(name.Utf8(), "/", kStoredSlash);
+  if (onDisk.empty() || onDisk == "." || onDisk == ".." || onDisk.size() > kMaxNameBytes ||
+      onDisk.find('\0') != std::string::npos)
+    return nil;
+
+  const std::string exact = Join(path_, onDisk);
+  struct stat st {};
+  if (::lstat(exact.c_str(), &st) == 0) return New<FolderItem>(exact);
+
+  // An entry whose name differs only in case is this child; of several, the first in the
+  // folder's order.
+  const std::string key = FoldCase(onDisk);
+  const std::string* found = nullptr;
+  const std::vector<std::string> names = ReadFolder(path_);
+  for (const std::string& n : names) {
+    if (FoldCase(n) == key && (!found || n < *found)) found = &n;
+  }
+  return New<FolderItem>(Join(path_, found ? *found : onDisk));
+}
+
+void FolderItem::LoadListing() {
+  std::vector<std::string> names = ReadFolder(path_);
+  std::vector<std::string> keys;
+  keys.reserve(names.size());
+  for (const std::string& n : names) keys.push_back(FoldCase(ShownName(n)));
+  std::vector<std::size_t> order(names.size());
+  std::iota(order.begin(), order.end(), std::size_t{0});
+  std::sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
+    if (keys[a] != keys[b]) return keys[a] < keys[b];
+    return names[a] < names[b];
+  });
+  listing_.clear();
+  listing_.reserve(names.size());
+  for (std::size_t i : order) listing_.push_back(std::move(names[i]));
+  listed_ = true;
+}
+
+// Count reads the folder afresh; Item hands out from the listing that Count (or the first Item)
+// read, so a loop of Count then Item(1) to Item(n) reads the folder once.
+Integer FolderItem::Count() {
+  LoadListing();
+  return static_cast<Integer>(std::min<std::size_t>(listing_.size(), INT32_MAX));
+}
+
+Ref<FolderItem> FolderItem::Item(Integer i) {
+  if (!listed_) LoadListing();
+  if (i < 1 || static_cast<std::size_t>(i) > listing_.size()) return nil;
+  return New<FolderItem>(Join(path_, listing_[static_cast<std::size_t>(i) - 1]));
+}
+
+bool FolderItem::Exists() {
+  struct stat st {};
+  return ::stat(path_.c_str(), &st) == 0;
+}
+
+bool FolderItem::Directory() { return IsFolder(path_); }
+
+String FolderItem::Name() {
+  if (path_ == "/") return String();
+  return NameString(ShownName(path_.substr(path_.rfind('/') + 1)));
+}
+
+String FolderItem::AbsolutePath() { return NameString(path_); }
+
+void FolderItem::Delete() {
+  if (::unlink(path_.c_str()) != 0) ::rmdir(path_.c_str());
+}
+
+void FolderItem::CreateAsFolder() { ::mkdir(path_.c_str(), 0777); }
+
+Ref<BinaryStream> FolderItem::OpenAsBinaryFile(bool write) {
+  // Checked before opening, so that a folder or a pipe never gets as far as an open.
+  if (!IsRegularFile(path_)) return nil;
+  const int fd = OpenFile(path_, write ? O_RDWR : O_RDONLY);
+  if (fd < 0) return nil;
+  return New<BinaryStream>(fd, write);
+}
+
+Ref<BinaryStream> FolderItem::CreateBinaryFile(const String& /*typeName*/) {
+  const int fd = OpenFile(path_, O_RDWR | O_CREAT | O_TRUNC);
+  if (fd < 0) return nil;
+  return New<BinaryStream>(fd, true);
+}
+
+Ref<TextInputStream> FolderItem::OpenAsTextFile() {
+  if (!IsRegularFile(path_)) return nil;
+  const int fd = OpenFile(path_, O_RDONLY);
+  if (fd < 0) return nil;
+  std::string contents;
+  char buf[65536];
+  for (std::size_t n; (n = ReadUpTo(fd, buf, sizeof buf)) > 0;) contents.append(buf, n);
+  ::close(fd);
+  return New<TextInputStream>(std::move(contents));
+}
+
+Ref<TextOutputStream> FolderItem::CreateTextFile() {
+  const int fd = OpenFile(path_, O_WRONLY | O_CREAT | O_TRUNC);
+  if (fd < 0) return nil;
+  return New<TextOutputStream>(fd);
+}
+
+Ref<Picture> FolderItem::OpenAsPicture() { return DecodePicture(path_); }
+
+// ---- Locating ------------------------------------------------------------------------------
+
+Ref<FolderItem> GetFolderItem(const String& path, Integer /*mode*/) {
+  if (path.IsEmpty()) return New<FolderItem>(ProgramFolderPath());
+  // A path keeps its bytes as AbsolutePath gave them, also after a trip through a file.
+  const std::string native = path.Encoding() == TextEncoding::MacRoman ? path.Utf8() : path.Bytes();
+  if (native[0] != '/' || native.find('\0') != std::string::npos) return nil;
+  return New<FolderItem>(native);
+}
+
+void SetProgramFolder(const std::string& nativePath) { ProgramFolderOverride() = nativePath; }
+
+std::string ProgramFolderPath() {
+  if (!ProgramFolderOverride().empty()) return ProgramFolderOverride();
+  static const std::string fallback = DefaultProgramFolder();
+  return fallback;
+}
+
+// ---- BinaryStream --------------------------------------------------------------------------
+
+namespace {
+
+template <class U>
+void PutBigEndian(unsigned char* out, U bits) {
+  for (std::size_t i = 0; i < sizeof(U); ++i)
+    out[i] = static_cast<unsigned char>(bits >> (8 * (sizeof(U) - 1 - i)));
+}
+
+template <class U>
+U GetBigEndian(const unsigned char* in) {
+  U bits = 0;
+  for (std::size_t i = 0; i < sizeof(U); ++i) bits = static_cast<U>((bits << 8) | in[i]);
+  return bits;
+}
+
+// A Double narrowed to a Single, rounding to nearest; beyond the Single's range, infinity.
+float Narrow(double v) {
+  constexpr double kOverflow = 340282356779733661637539395458142568448.0;  // FLT_MAX + half an ulp
+  if (std::isfinite(v) && std::fabs(v) > FLT_MAX) {
+    const float big = std::fabs(v) >= kOverflow ? INFINITY : FLT_MAX;
+    return std::signbit(v) ? -big : big;
+  }
+  return static_cast<float>(v);
+}
+
+}  // namespace
+
+BinaryStream::BinaryStream(int fd, bool writable) : fd_(fd), writable_(writable) {}
+
+BinaryStream::~BinaryStream() { Close(); }
+
+bool BinaryStream::ReadBytes(void* out, std::size_t n) { return ReadUpTo(fd_, out, n) == n; }
+
+void BinaryStream::WriteBytes(const void* in, std::size_t n) {
+  if (writable_) WriteAll(fd_, static_cast<const char*>(in), n);
+}
+
+// A length byte with fewer bytes after it than it says gives the bytes that are there.
+String BinaryStream::ReadPString() {
+  unsigned char length = 0;
+  if (!ReadBytes(&length, 1)) return String::FromBytes("", TextEncoding::None);
+  std::string bytes(length, '\0');
+  bytes.resize(ReadUpTo(fd_, bytes.data(), length));
+  return String::FromBytes(std::move(bytes), TextEncoding::None);
+}
+
+void BinaryStream::WritePString(const String& s) {
+  const std::size_t n = std::min<std::size_t>(s.Bytes().size(), 255);
+  std::string field(1, static_cast<char>(n));
+  field.append(s.Bytes(), 0, n);
+  WriteBytes(field.data(), field.size());
+}
+
+Double BinaryStream::ReadSingle() {
+  unsigned char b[4];
+  if (!ReadBytes(b, sizeof b)) return 0;
+  return std::bit_cast<float>(GetBigEndian<std::uint32_t>(b));
+}
+
+void BinaryStream::WriteSingle(Double v) {
+  unsigned char b[4];
+  PutBigEndian(b, std::bit_cast<std::uint32_t>(Narrow(v)));
+  WriteBytes(b, sizeof b);
+}
+
+Double BinaryStream::ReadDouble() {
+  unsigned char b[8];
+  if (!ReadBytes(b, sizeof b)) return 0;
+  return std::bit_cast<double>(GetBigEndian<std::uint64_t>(b));
+}
+
+void BinaryStream::WriteDouble(Double v) {
+  unsigned char b[8];
+  PutBigEndian(b, std::bit_cast<std::uint64_t>(v));
+  WriteBytes(b, sizeof b);
+}
+
+bool BinaryStream::ReadBoolean() {
+  unsigned char b = 0;
+  return ReadBytes(&b, 1) && (b & 1) != 0;
+}
+
+void BinaryStream::WriteBoolean(bool v) {
+  const unsigned char b = v ? 1 : 0;
+  WriteBytes(&b, 1);
+}
+
+// Every field goes to the system as it is written, so there is nothing left to flush.
+void BinaryStream::Close() {
+  if (fd_ >= 0) ::close(fd_);
+  fd_ = -1;
+}
+
+// ---- Text streams --------------------------------------------------------------------------
+
+TextInputStream::TextInputStream(std::string contents) : data_(std::move(contents)) {}
+
+String TextInputStream::ReadLine() {
+  if (pos_ >= data_.size()) return String::FromBytes("", TextEncoding::None);
+  std::size_t end = data_.find_first_of("\r\n", pos_);
+  if (end == std::string::npos) end = data_.size();
+  String line = String::FromBytes(data_.substr(pos_, end - pos_), TextEncoding::None);
+  pos_ = end;
+  if (pos_ < data_.size()) {
+    const bool cr = data_[pos_++] == '\r';
+    if (cr && pos_ < data_.size() && data_[pos_] == '\n') ++pos_;
+  }
+  return line;
+}
+
+TextOutputStream::TextOutputStream(int fd) : fd_(fd) {}
+
+TextOutputStream::~TextOutputStream() { Close(); }
+
+void TextOutputStream::WriteLine(const String& text) {
+  std::string line = text.Bytes();
+  line += '\n';
+  WriteAll(fd_, line.data(), line.size());
+}
+
+void TextOutputStream::Close() {
+  if (fd_ >= 0) ::close(fd_);
+  fd_ = -1;
+}

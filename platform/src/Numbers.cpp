@@ -1,0 +1,141 @@
+// Numbers to text and back: Str, Val, Format, CInt.
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <cstdint>
+#include <limits>
+#include <string>
+#include <system_error>
+
+#include "rb/String.h"
+
+namespace {
+
+// The shortest text that reads back as the same value, at the value's own precision. Plain
+// digits from 0.0001 up to below 1e15; outside that range the exponent form ("1e+15", "2.5e-05"),
+// which Val reads back as well.
+template <class T>
+std::string Shortest(T v) {
+  if (v == 0) return "0";  // also -0
+  char buf[64];
+  const T a = std::fabs(v);
+  const bool exponent = std::isfinite(a) && (a >= T(1e15) || a < T(1e-4));
+  const auto r = std::to_chars(buf, buf + sizeof buf, v,
+                               exponent ? std::chars_format::scientific : std::chars_format::fixed);
+  return std::string(buf, r.ptr);
+}
+
+bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+
+}  // namespace
+
+String Str(Integer v) { return String(std::to_string(v)); }
+
+String Str(Single v) { return String(Shortest<float>(v)); }
+
+String Str(Double v) { return String(Shortest<double>(v)); }
+
+Double Val(const String& s) {
+  const std::string text = s.Utf8();
+  const char* p = text.data();
+  const char* end = p + text.size();
+  while (p < end && (*p == ' ' || *p == '\t')) ++p;
+  bool negative = false;
+  if (p < end && (*p == '+' || *p == '-')) negative = *p++ == '-';
+
+  // Mark out the number: digits, an optional point and digits, and an exponent only when digits
+  // follow its letter and sign.
+  const char* start = p;
+  const char* q = p;
+  std::size_t digits = 0;
+  while (q < end && IsDigit(*q)) ++q, ++digits;
+  if (q < end && *q == '.') {
+    const char* frac = q + 1;
+    while (frac < end && IsDigit(*frac)) ++frac, ++digits;
+    q = frac;
+  }
+  if (digits == 0) return 0;
+  if (q < end && (*q == 'e' || *q == 'E')) {
+    const char* e = q + 1;
+    if (e < end && (*e == '+' || *e == '-')) ++e;
+    if (e < end && IsDigit(*e)) {
+      while (e < end && IsDigit(*e)) ++e;
+      q = e;
+    }
+  }
+
+  double value = 0;
+  const auto r = std::from_chars(start, q, value, std::chars_format::general);
+  if (r.ec == std::errc::result_out_of_range) {
+    // Too large gives infinity; too small, zero.
+    const std::string part(start, q);
+    const auto ePos = part.find_first_of("eE");
+    const bool tiny = ePos != std::string::npos && part[ePos + 1] == '-';
+    value = tiny ? 0.0 : std::numeric_limits<double>::infinity();
+  }
+  return negative ? -value : value;
+}
+
+String Format(Double v, const String& mask) {
+  // The mask: zeros before the point give the least number of whole digits, zeros after it the
+  // number of decimals.
+  const std::string m = mask.Utf8();
+  const auto point = m.find('.');
+  const std::size_t wholeZeros =
+      static_cast<std::size_t>(std::count(m.begin(), point == std::string::npos ? m.end() : m.begin() + point, '0'));
+  const std::size_t decimals =
+      point == std::string::npos ? 0 : static_cast<std::size_t>(std::count(m.begin() + point + 1, m.end(), '0'));
+
+  if (!std::isfinite(v)) return Str(v);
+
+  // The exact decimal expansion of the binary value (a double has at most 1074 decimals), so that
+  // the rounding below sees the true digits and never rounds twice.
+  const double a = std::fabs(v);
+  int exp2 = 0;
+  std::frexp(a, &exp2);
+  const int exact = std::max(0, std::min(1074, 53 - exp2));
+  const int precision = std::max(exact, static_cast<int>(decimals) + 1);
+  std::string buf(static_cast<std::size_t>(precision) + 400, '\0');
+  const auto r = std::to_chars(buf.data(), buf.data() + buf.size(), a, std::chars_format::fixed, precision);
+  buf.resize(static_cast<std::size_t>(r.ptr - buf.data()));
+
+  const auto dot = buf.find('.');
+  std::string digits = buf.substr(0, dot) + buf.substr(dot + 1, decimals);
+  // Half away from zero: with the exact digits the first dropped digit alone decides.
+  if (buf[dot + 1 + decimals] >= '5') {
+    std::size_t i = digits.size();
+    while (i > 0 && digits[i - 1] == '9') digits[--i] = '0';
+    if (i == 0) {
+      digits.insert(digits.begin(), '1');
+    } else {
+      ++digits[i - 1];
+    }
+  }
+  const std::size_t newWhole = digits.size() - decimals;
+
+  std::string whole = digits.substr(0, newWhole);
+  const std::string frac = digits.substr(newWhole);
+  // Strip the leading zeros, then pad to the mask's width.
+  const auto firstNonZero = whole.find_first_not_of('0');
+  whole = firstNonZero == std::string::npos ? std::string() : whole.substr(firstNonZero);
+  std::size_t minWhole = wholeZeros;
+  if (minWhole == 0 && decimals == 0) minWhole = 1;
+  if (whole.size() < minWhole) whole.insert(0, minWhole - whole.size(), '0');
+
+  std::string out;
+  const bool zero = digits.find_first_not_of('0') == std::string::npos;
+  if (std::signbit(v) && !zero) out += '-';
+  out += whole;
+  if (point != std::string::npos) {
+    out += '.';
+    out += frac;
+  }
+  return String(out);
+}
+
+Integer CInt(Double v) {
+  if (std::isnan(v)) return 0;
+  if (v >= 2147483647.0) return std::numeric_limits<Integer>::max();
+  if (v <= -2147483648.0) return std::numeric_limits<Integer>::min();
+  return static_cast<Integer>(v);  // cut toward zero
+}

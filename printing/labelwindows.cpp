@@ -1,0 +1,19 @@
+// The two label sheet windows, opened from the Print menu. Each handler stays in ShowModal until
+// its window is hidden; neither prints anything itself.
+#include "invoice/iwindow.h"
+#include "printing/Labels.h"
+#include "printing/LepLabel.h"
+
+namespace win {
+
+bool iwindow::_printlabel_Action() {
+  ::Labels->ShowModal();
+  return false;
+}
+
+bool iwindow::_PrintLabelLep_Action() {
+  ::LepLabel->ShowModal();
+  return true;
+}
+
+}  // namespace win

@@ -1,0 +1,73 @@
+// ledgerly-scenario [--keep] FILE...
+// Runs every scenario of the files against the program with no screen, one line per scenario, and
+// a closing count.
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include "core/App.h"
+#include "rb/rb.h"
+#include "scenario/Runner.h"
+#include "scenario/ScriptFile.h"
+
+namespace {
+
+void Usage(std::ostream& out) { out << "usage: ledgerly-scenario [--keep] FILE...\n"; }
+
+std::string Location(const scn::Where& where) {
+  std::string s = "line " + std::to_string(where.line) + ": ";
+  if (!where.origin.empty()) s += where.origin + ": ";
+  return s;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  InitRuntime(argc, argv);
+  bool keep = false;
+  std::vector<std::string> files;
+  for (int i = 1; i < argc; ++i) {
+    std::string arg = argv[i];
+    if (arg == "--keep") {
+      keep = true;
+    } else if (arg == "-h" || arg == "--help") {
+      Usage(std::cout);
+      return 0;
+    } else if (!arg.empty() && arg[0] == '-') {
+      Usage(std::cerr);
+      return 2;
+    } else {
+      files.push_back(arg);
+    }
+  }
+  if (files.empty()) {
+    Usage(std::cerr);
+    return 2;
+  }
+
+  RegisterWindows();
+  scn::Runner runner(keep);
+  int passed = 0, failed = 0;
+  for (const std::string& file : files) {
+    scn::Script script = scn::LoadScript(file);
+    if (script.scenarios.empty()) {
+      std::cout << "FAIL " << file << ": (no scenario): line 0: a scenario / none" << std::endl;
+      ++failed;
+      continue;
+    }
+    for (const scn::Scenario& s : script.scenarios) {
+      scn::Outcome o = runner.Run(s);
+      if (o.passed) {
+        ++passed;
+        std::cout << "PASS " << file << ": " << s.name << std::endl;
+      } else {
+        ++failed;
+        std::cout << "FAIL " << file << ": " << s.name << ": " << Location(o.failure.where)
+                  << o.failure.expected << " / " << o.failure.found << std::endl;
+      }
+      if (keep && !o.folder.empty()) std::cout << "  kept " << o.folder << std::endl;
+    }
+  }
+  std::cout << passed << " passed, " << failed << " failed" << std::endl;
+  return failed == 0 ? 0 : 1;
+}

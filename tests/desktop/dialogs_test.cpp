@@ -1,0 +1,104 @@
+// Modal windows block their caller until they are hidden; their keys and close boxes answer as
+// the platform's buttons do.
+#include <QPushButton>
+
+#include "DesktopFixture.h"
+#include "core/Module1.h"
+#include "invoice/iwindow.h"
+#include "secondary/about.h"
+#include "secondary/surewindow.h"
+
+namespace {
+
+class Dialogs : public DesktopTest {};
+
+TEST_F(Dialogs, ReturnOnTheQuestionAnswersCancel) {
+  StartProgram();
+  Module1::sure = true;  // an earlier "Do it"
+  surewindow->surefield->setText("Delete everything?");
+  WhenShown("surewindow", [this](Window&) { Key(surewindow->surefield, Qt::Key_Return); });
+  surewindow->ShowModal();
+  EXPECT_FALSE(Module1::sure);
+  EXPECT_FALSE(surewindow->Visible());
+  EXPECT_FALSE(ViewOf(*surewindow)->isVisible());
+}
+
+TEST_F(Dialogs, AClickOnDoItAnswersYesAndTheButtonsTakeNoFocus) {
+  StartProgram();
+  Module1::sure = false;
+  surewindow->surefield->setText("Sure?");
+  Control* focusBefore = nullptr;
+  WhenShown("surewindow", [&](Window& w) {
+    focusBefore = w.Focus();
+    EXPECT_EQ(WidgetOf(surewindow->acceptbutt)->focusPolicy(), Qt::NoFocus);
+    Click(surewindow->acceptbutt);
+  });
+  surewindow->ShowModal();
+  EXPECT_TRUE(Module1::sure);
+  EXPECT_EQ(surewindow->Focus(), focusBefore);
+}
+
+TEST_F(Dialogs, AModalWindowBlocksItsCallerUntilItIsHidden) {
+  StartProgram();
+  bool returned = false;
+  bool sawItBlocking = false;
+  WhenShown("about", [&](Window& w) {
+    sawItBlocking = !returned && ViewOf(w)->isVisible() && ViewOf(w)->isModal();
+    Click(w.FindControl("PushButton1"));
+  });
+  about->ShowModal();
+  returned = true;
+  EXPECT_TRUE(sawItBlocking);
+  EXPECT_FALSE(about->Visible());
+  EXPECT_FALSE(ViewOf(*about)->isVisible());
+}
+
+TEST_F(Dialogs, TheCloseBoxOfASecondaryWindowHidesItAndLeavesTheAnswerAlone) {
+  StartProgram();
+  Module1::sure = true;
+  surewindow->surefield->setText("Sure?");
+  WhenShown("surewindow", [this](Window& w) { ViewOf(w)->close(); });
+  surewindow->ShowModal();
+  EXPECT_FALSE(surewindow->Visible());
+  EXPECT_TRUE(Module1::sure);
+  EXPECT_TRUE(iwindow->Visible());
+}
+
+TEST_F(Dialogs, AMessageBoxHoldsTheHandlerUntilDismissed) {
+  StartProgram();
+  QString shown;
+  WhenDialog([&](QWidget* box) {
+    for (QPushButton* b : box->findChildren<QPushButton*>()) {
+      shown = box->property("text").toString();
+      b->click();
+      break;
+    }
+  });
+  MsgBox("Select an item to delete");
+  EXPECT_EQ(shown, QStringLiteral("Select an item to delete"));
+}
+
+TEST_F(Dialogs, AnUnhandledExceptionIsNamedAndTheProgramGoesOn) {
+  StartProgram();
+  QString shown;
+  WhenDialog([&](QWidget* box) {
+    shown = box->property("text").toString();
+    box->close();
+  });
+  // A handler that uses a row the list does not have.
+  iwindow->customername->OnKeyDown = [](const String&) -> bool {
+    iwindow->customers->List(iwindow->customers->ListCount() + 5);
+    return false;
+  };
+  iwindow->customername->setReadOnly(false);
+  Click(iwindow->customername);
+  Type(iwindow->customername, "z");
+  EXPECT_TRUE(shown.contains(QStringLiteral("OutOfBoundsException"))) << shown.toStdString();
+  // The handler stopped; the window and its field go on taking keys.
+  iwindow->customername->OnKeyDown = nullptr;
+  Type(iwindow->customername, "y");
+  EXPECT_TRUE(iwindow->Visible());
+  EXPECT_NE(iwindow->customername->Text().Utf8().find('y'), std::string::npos);
+}
+
+}  // namespace

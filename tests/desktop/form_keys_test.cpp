@@ -1,0 +1,161 @@
+// Keys and clicks on the invoice form reach the platform as its own events, in its order, and the
+// widgets show what the controls hold.
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <algorithm>
+
+#include "DesktopFixture.h"
+#include "QtText.h"
+#include "core/Module1.h"
+#include "invoice/iwindow.h"
+#include "secondary/surewindow.h"
+
+namespace {
+
+// Wraps a control's TextChange so that each one is written down as it runs.
+void Record(TextControl* c, std::vector<std::string>& order) {
+  auto inner = c->OnTextChange;
+  c->OnTextChange = [c, inner, &order] {
+    order.push_back(c->FullName());
+    if (inner) inner();
+  };
+}
+
+// Whether `events` holds `wanted` in this order, from position `from` on; the position after the
+// last match, or npos.
+std::size_t FindInOrder(const std::vector<std::string>& events, const std::vector<std::string>& wanted,
+                        std::size_t from = 0) {
+  std::size_t at = from;
+  for (const std::string& w : wanted) {
+    auto it = std::find(events.begin() + static_cast<std::ptrdiff_t>(std::min(at, events.size())), events.end(), w);
+    if (it == events.end()) return std::string::npos;
+    at = static_cast<std::size_t>(it - events.begin()) + 1;
+  }
+  return at;
+}
+
+QString Shown(QWidget* w) {
+  if (auto* line = qobject_cast<QLineEdit*>(w)) return line->text();
+  if (auto* area = qobject_cast<QPlainTextEdit*>(w)) return area->toPlainText();
+  return {};
+}
+
+class FormKeys : public DesktopTest {
+ protected:
+  // "New invoice", answered with a click on "Do it": the form is unlocked for typing.
+  void NewInvoice() {
+    WhenShown("surewindow", [this](Window&) { Click(surewindow->acceptbutt); });
+    Key(iwindow->customername, Qt::Key_N, Qt::ControlModifier);
+    ASSERT_FALSE(surewindow->Visible());
+    ASSERT_FALSE(iwindow->number(0)->ReadOnly());
+  }
+};
+
+TEST_F(FormKeys, QuantityAndPriceTypedReachDueThroughTheCascadeInOrder) {
+  StartProgram();
+  NewInvoice();
+  auto& w = *iwindow;
+  std::vector<std::string> order;
+  for (TextControl* c : {static_cast<TextControl*>(w.number(0)), static_cast<TextControl*>(w.price(0)),
+                         static_cast<TextControl*>(w.total(0)), static_cast<TextControl*>(w.grandtotal),
+                         static_cast<TextControl*>(w.duefield)})
+    Record(c, order);
+
+  Click(w.number(0));
+  EXPECT_EQ(w.Focus(), w.number(0));
+  Type(w.number(0), "2");
+  Click(w.price(0));
+  EXPECT_EQ(w.Focus(), w.price(0));
+  Type(w.price(0), "3.5");
+  Key(w.price(0), Qt::Key_Tab);
+  Settle();
+
+  const std::size_t afterNumber = FindInOrder(order, {"number(0)", "total(0)", "grandtotal", "duefield"});
+  ASSERT_NE(afterNumber, std::string::npos) << "number(0) did not drive the cascade";
+  EXPECT_NE(FindInOrder(order, {"price(0)", "total(0)", "grandtotal", "duefield"}, afterNumber), std::string::npos)
+      << "price(0) did not drive the cascade";
+
+  // What the widgets show is what the controls hold, and the row total is the product typed.
+  EXPECT_EQ(Shown(WidgetOf(w.number(0))), "2");
+  EXPECT_EQ(Shown(WidgetOf(w.total(0))).toStdString(), Format(2 * 3.5, "00.00").Utf8());
+  EXPECT_EQ(Shown(WidgetOf(w.duefield)).toStdString(), w.duefield->Text().Utf8());
+  EXPECT_GE(Val(w.duefield->Text()), Val(w.total(0)->Text()));
+  // Leaving the price field rewrote it through the mask, and the widget followed.
+  EXPECT_EQ(Shown(WidgetOf(w.price(0))).toStdString(), w.price(0)->Text().Utf8());
+  EXPECT_EQ(w.Focus(), w.number(1));
+}
+
+TEST_F(FormKeys, AKeyInALockedFieldMarksTheFormAndChangesNothing) {
+  StartProgram();
+  auto& w = *iwindow;
+  ASSERT_TRUE(w.customername->ReadOnly());
+  ASSERT_FALSE(Module1::texthaschanged);
+  const String before = w.customername->Text();
+  Click(w.customername);
+  Type(w.customername, "x");
+  EXPECT_TRUE(Module1::texthaschanged);
+  EXPECT_TRUE(w.customername->Text().SameAs(before));
+  EXPECT_EQ(Shown(WidgetOf(w.customername)).toStdString(), before.Utf8());
+}
+
+TEST_F(FormKeys, LineBreaksCrossTheWidgetBoundaryAsChr13) {
+  StartProgram();
+  NewInvoice();
+  auto& w = *iwindow;
+  w.customeraddress->setText("1 High Street" + Chr(13) + "Leeds");
+  Settle();
+  EXPECT_EQ(Shown(WidgetOf(w.customeraddress)), QStringLiteral("1 High Street\nLeeds"));
+
+  // Return typed at the end of the address is the platform's line break.
+  Click(w.customeraddress);
+  w.customeraddress->CaretToEnd();
+  Key(w.customeraddress, Qt::Key_Return);
+  Type(w.customeraddress, "LS1");
+  EXPECT_TRUE(w.customeraddress->Text().SameAs("1 High Street" + Chr(13) + "Leeds" + Chr(13) + "LS1"));
+  EXPECT_EQ(Shown(WidgetOf(w.customeraddress)), QStringLiteral("1 High Street\nLeeds\nLS1"));
+}
+
+TEST_F(FormKeys, TheMultiLineEditorSignallingTheSameTextRaisesNoTextChange) {
+  StartProgram();
+  auto& w = *iwindow;
+  int changes = 0;
+  auto inner = w.customeraddress->OnTextChange;
+  w.customeraddress->OnTextChange = [&] {
+    ++changes;
+    if (inner) inner();
+  };
+  auto* editor = qobject_cast<QPlainTextEdit*>(WidgetOf(w.customeraddress));
+  ASSERT_NE(editor, nullptr);
+  editor->setPlainText(editor->toPlainText());
+  EXPECT_EQ(changes, 0);
+  w.customeraddress->setText("somewhere");
+  EXPECT_EQ(changes, 1);
+  EXPECT_EQ(editor->toPlainText(), QStringLiteral("somewhere"));
+}
+
+TEST_F(FormKeys, TabWalksTheRowAndAClickOnAFieldMovesTheFocusLostBeforeGot) {
+  StartProgram();
+  NewInvoice();
+  auto& w = *iwindow;
+  std::vector<std::string> events;
+  for (TextControl* c : {static_cast<TextControl*>(w.number(0)), static_cast<TextControl*>(w.description(0))}) {
+    auto got = c->OnGotFocus;
+    auto lost = c->OnLostFocus;
+    c->OnGotFocus = [c, got, &events] {
+      events.push_back("got " + c->FullName());
+      if (got) got();
+    };
+    c->OnLostFocus = [c, lost, &events] {
+      events.push_back("lost " + c->FullName());
+      if (lost) lost();
+    };
+  }
+  Click(w.number(0));
+  Key(w.number(0), Qt::Key_Tab);
+  EXPECT_EQ(w.Focus(), w.description(0));
+  EXPECT_TRUE(WidgetOf(w.description(0))->hasFocus());
+  const std::vector<std::string> expected = {"got number(0)", "lost number(0)", "got description(0)"};
+  EXPECT_EQ(events, expected);
+}
+
+}  // namespace

@@ -1,0 +1,192 @@
+// Reading scenario files: the tokens of a line, the strings' escapes, and the splitting of a file
+// and its includes into scenarios with the lines that failures report.
+#include <gtest/gtest.h>
+#include <stdlib.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "scenario/ScriptFile.h"
+#include "scenario/ScriptLexer.h"
+
+namespace fs = std::filesystem;
+using scn::LexLine;
+using scn::Token;
+
+namespace {
+
+std::vector<std::string> Texts(const std::vector<Token>& tokens) {
+  std::vector<std::string> out;
+  for (const Token& t : tokens) out.push_back(t.text);
+  return out;
+}
+
+class ScriptFiles : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    std::string pattern = (fs::temp_directory_path() / "scnscript-XXXXXX").string();
+    ASSERT_NE(mkdtemp(pattern.data()), nullptr);
+    dir_ = pattern;
+  }
+  void TearDown() override { fs::remove_all(dir_); }
+  std::string Write(const std::string& name, const std::string& text) {
+    fs::path p = fs::path(dir_) / name;
+    fs::create_directories(p.parent_path());
+    std::ofstream(p, std::ios::binary) << text;
+    return p.string();
+  }
+  std::string dir_;
+};
+
+}  // namespace
+
+TEST(ScenarioLexer, SplitsWordsStringsAndSemicolons) {
+  auto l = LexLine("  when modal surewindow do click surewindow.acceptbutt;expect  x = \"a b\"");
+  ASSERT_TRUE(l.error.empty());
+  EXPECT_EQ(Texts(l.tokens),
+            (std::vector<std::string>{"when", "modal", "surewindow", "do", "click",
+                                      "surewindow.acceptbutt", ";", "expect", "x", "=", "a b"}));
+  EXPECT_EQ(l.tokens[6].kind, Token::Semicolon);
+  EXPECT_EQ(l.tokens[10].kind, Token::Quoted);
+  EXPECT_EQ(l.tokens[9].kind, Token::Word);
+}
+
+TEST(ScenarioLexer, ResolvesEveryEscape) {
+  auto l = LexLine(R"(type "a\\b\"c\rd\ne\tf\x00\xff\x4A")");
+  ASSERT_TRUE(l.error.empty()) << l.error;
+  ASSERT_EQ(l.tokens.size(), 2u);
+  EXPECT_EQ(l.tokens[1].text, std::string("a\\b\"c\rd\ne\tf\0\xff\x4A", 14));
+}
+
+TEST(ScenarioLexer, QuotedWordsStayStrings) {
+  auto l = LexLine(R"(expect Module1.sure = "true")");
+  ASSERT_EQ(l.tokens.size(), 4u);
+  EXPECT_EQ(l.tokens[3].kind, Token::Quoted);
+  EXPECT_FALSE(l.tokens[3].IsWord("true"));
+}
+
+TEST(ScenarioLexer, CommentsAndBlankLinesGiveNoTokens) {
+  EXPECT_TRUE(LexLine("").tokens.empty());
+  EXPECT_TRUE(LexLine("   \t ").tokens.empty());
+  EXPECT_TRUE(LexLine("  # a comment \"with a quote").tokens.empty());
+  auto l = LexLine("press Return 2 # twice");
+  EXPECT_EQ(Texts(l.tokens), (std::vector<std::string>{"press", "Return", "2"}));
+  // A # inside a string is part of it.
+  EXPECT_EQ(LexLine("type \"#1\"").tokens[1].text, "#1");
+}
+
+TEST(ScenarioLexer, BlanksInsideParenthesesStayInTheWord) {
+  auto l = LexLine("expect iwindow.customers.Cell(0, 1) = \"x\"");
+  ASSERT_TRUE(l.error.empty());
+  EXPECT_EQ(l.tokens[1].text, "iwindow.customers.Cell(0,1)");
+}
+
+TEST(ScenarioLexer, ReportsLinesThatDoNotRead) {
+  EXPECT_FALSE(LexLine("type \"open").error.empty());
+  EXPECT_FALSE(LexLine("type \"\\q\"").error.empty());
+  EXPECT_FALSE(LexLine("type \"\\x4\"").error.empty());
+  EXPECT_FALSE(LexLine("type \"\\xG0\"").error.empty());
+  EXPECT_FALSE(LexLine("type \"ends in \\").error.empty());
+  EXPECT_FALSE(LexLine("expect iwindow.number(3.Text = \"\"").error.empty());
+}
+
+TEST(ScenarioLexer, QuoteReadsBackAsTheSameBytes) {
+  std::string all;
+  for (int c = 0; c < 256; ++c) all += static_cast<char>(c);
+  std::string quoted = scn::Quote(all);
+  auto l = LexLine("type " + quoted);
+  ASSERT_TRUE(l.error.empty()) << l.error;
+  ASSERT_EQ(l.tokens.size(), 2u);
+  EXPECT_EQ(l.tokens[1].text, all);
+  EXPECT_EQ(quoted.find('\n'), std::string::npos);
+  EXPECT_EQ(quoted.find('\r'), std::string::npos);
+}
+
+TEST_F(ScriptFiles, SplitsScenariosAndKeepsTheirLines) {
+  std::string f = Write("a.scn",
+                        "# two scenarios\n"
+                        "scenario \"first\"\n"
+                        "start\r\n"
+                        "\n"
+                        "expect nomsgbox\n"
+                        "scenario \"second\"\n"
+                        "quit\n");
+  scn::Script s = scn::LoadScript(f);
+  ASSERT_EQ(s.scenarios.size(), 2u);
+  EXPECT_EQ(s.scenarios[0].name, "first");
+  EXPECT_TRUE(s.scenarios[0].error.empty());
+  ASSERT_EQ(s.scenarios[0].commands.size(), 2u);
+  EXPECT_EQ(s.scenarios[0].commands[0].where.line, 3);
+  EXPECT_EQ(s.scenarios[0].commands[0].tokens[0].text, "start");
+  EXPECT_EQ(s.scenarios[0].commands[1].where.line, 5);
+  EXPECT_EQ(s.scenarios[1].name, "second");
+  EXPECT_EQ(s.scenarios[1].where.line, 6);
+  EXPECT_EQ(s.scenarios[1].commands[0].where.line, 7);
+}
+
+TEST_F(ScriptFiles, CommandsBeforeTheFirstScenarioFail) {
+  std::string f = Write("a.scn", "\nstart\nquit\nscenario \"after\"\nstart\n");
+  scn::Script s = scn::LoadScript(f);
+  ASSERT_EQ(s.scenarios.size(), 2u);
+  EXPECT_FALSE(s.scenarios[0].error.empty());
+  EXPECT_EQ(s.scenarios[0].errorAt.line, 2);
+  EXPECT_EQ(s.scenarios[0].errorFound, "start");
+  EXPECT_EQ(s.scenarios[1].name, "after");
+  EXPECT_TRUE(s.scenarios[1].error.empty());
+}
+
+TEST_F(ScriptFiles, IncludesAreRelativeToTheIncludingFile) {
+  Write("common/setup.inc",
+        "when modal prefswindow do click prefswindow.closebutt\ninclude \"more.inc\"\n");
+  Write("common/more.inc", "start\n");
+  std::string f =
+      Write("a.scn", "scenario \"x\"\ntoday 2026-01-02\ninclude \"common/setup.inc\"\nquit\n");
+  scn::Script s = scn::LoadScript(f);
+  ASSERT_EQ(s.scenarios.size(), 1u);
+  const scn::Scenario& sc = s.scenarios[0];
+  ASSERT_TRUE(sc.error.empty()) << sc.error << " / " << sc.errorFound;
+  ASSERT_EQ(sc.commands.size(), 4u);
+  EXPECT_EQ(sc.commands[1].tokens[0].text, "when");
+  // Lines from included files report the outermost include's line and say where they come from.
+  EXPECT_EQ(sc.commands[1].where.line, 3);
+  EXPECT_NE(sc.commands[1].where.origin.find("setup.inc:1"), std::string::npos);
+  EXPECT_EQ(sc.commands[2].where.line, 3);
+  EXPECT_NE(sc.commands[2].where.origin.find("more.inc:1"), std::string::npos);
+  EXPECT_EQ(sc.commands[3].where.line, 4);
+  EXPECT_TRUE(sc.commands[3].where.origin.empty());
+}
+
+TEST_F(ScriptFiles, ProblemsFailTheScenarioTheyAreIn) {
+  std::string f = Write("a.scn",
+                        "scenario \"good\"\n"
+                        "start\n"
+                        "scenario \"bad string\"\n"
+                        "type \"no end\n"
+                        "scenario \"missing include\"\n"
+                        "include \"nowhere.inc\"\n"
+                        "scenario unnamed\n");
+  scn::Script s = scn::LoadScript(f);
+  ASSERT_EQ(s.scenarios.size(), 4u);
+  EXPECT_TRUE(s.scenarios[0].error.empty());
+  EXPECT_FALSE(s.scenarios[1].error.empty());
+  EXPECT_EQ(s.scenarios[1].errorAt.line, 4);
+  EXPECT_FALSE(s.scenarios[2].error.empty());
+  EXPECT_EQ(s.scenarios[2].errorAt.line, 6);
+  EXPECT_FALSE(s.scenarios[3].error.empty());
+  EXPECT_EQ(s.scenarios[3].errorAt.line, 7);
+}
+
+TEST_F(ScriptFiles, AFileThatCannotBeReadIsOneFailure) {
+  scn::Script s = scn::LoadScript(dir_ + "/absent.scn");
+  ASSERT_EQ(s.scenarios.size(), 1u);
+  EXPECT_FALSE(s.scenarios[0].error.empty());
+}
+
+TEST_F(ScriptFiles, IncludingItselfStopsAtADepth) {
+  std::string f = Write("loop.scn", "scenario \"loop\"\ninclude \"loop.inc\"\n");
+  Write("loop.inc", "include \"loop.inc\"\n");
+  scn::Script s = scn::LoadScript(f);
+  ASSERT_EQ(s.scenarios.size(), 1u);
+  EXPECT_FALSE(s.scenarios[0].error.empty());
+  EXPECT_EQ(s.scenarios[0].errorAt.line, 2);
+}
