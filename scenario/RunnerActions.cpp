@@ -236,9 +236,11 @@ Listbox& AsList(Control& c, const Where& where) {
 }
 
 void CheckRow(int row, int count, const Where& where) {
-  if (row < 0 || row >= count) {
-    Fail(where, "a row from 0 to " + std::to_string(count - 1), "row " + std::to_string(row));
-  }
+  if (row >= 0 && row < count) return;
+  Fail(where,
+       count == 0 ? "a row, in a list that has none"
+                  : "a row from 0 to " + std::to_string(count - 1),
+       "row " + std::to_string(row));
 }
 
 }  // namespace

@@ -169,7 +169,7 @@ void DesktopScreen::WindowHidden(Window& w) {
     for (QEventLoop* loop : it->second) loop->quit();
   if (Window* front = WindowRegistry::Front())
     if (WindowView* v = ViewOf(*front); v && v->isVisible()) {
-      v->raise();
+      if (QGuiApplication::platformName() != QLatin1String("offscreen")) v->raise();
       v->activateWindow();
     }
   RefreshMenus();

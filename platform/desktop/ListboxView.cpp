@@ -100,6 +100,16 @@ class ListTable : public QTableView {
   ListTable(ListboxView& view, QWidget* parent) : QTableView(parent), view_(view) {}
 
  protected:
+  bool event(QEvent* e) override {
+    if (e->type() == QEvent::KeyPress) {
+      const int key = static_cast<QKeyEvent*>(e)->key();
+      if (key == Qt::Key_Tab || key == Qt::Key_Backtab) {
+        keyPressEvent(static_cast<QKeyEvent*>(e));
+        return true;
+      }
+    }
+    return QTableView::event(e);
+  }
   void mousePressEvent(QMouseEvent* e) override { Press(e); }
   void mouseDoubleClickEvent(QMouseEvent* e) override { Press(e); }
   void mouseMoveEvent(QMouseEvent* e) override {

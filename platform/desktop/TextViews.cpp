@@ -32,12 +32,24 @@ bool IsContextual(const QMouseEvent* e) {
          (e->button() == Qt::LeftButton && (e->modifiers() & Qt::ControlModifier));
 }
 
+// Tab would move Qt's own focus before the widget saw it; here it is a key like any other.
+bool IsTabKey(QEvent* e) {
+  if (e->type() != QEvent::KeyPress) return false;
+  const int key = static_cast<QKeyEvent*>(e)->key();
+  return key == Qt::Key_Tab || key == Qt::Key_Backtab;
+}
+
 // The widgets: their own editing is cut off at every door a person could use.
 class LineEdit : public QLineEdit {
  public:
   LineEdit(TextView& view, QWidget* parent) : QLineEdit(parent), view_(view) {}
 
  protected:
+  bool event(QEvent* e) override {
+    if (!IsTabKey(e)) return QLineEdit::event(e);
+    keyPressEvent(static_cast<QKeyEvent*>(e));
+    return true;
+  }
   void keyPressEvent(QKeyEvent* e) override {
     if (view_.Key(e)) return;
     QLineEdit::keyPressEvent(e);
@@ -69,6 +81,11 @@ class PlainEdit : public QPlainTextEdit {
   PlainEdit(TextView& view, QWidget* parent) : QPlainTextEdit(parent), view_(view) {}
 
  protected:
+  bool event(QEvent* e) override {
+    if (!IsTabKey(e)) return QPlainTextEdit::event(e);
+    keyPressEvent(static_cast<QKeyEvent*>(e));
+    return true;
+  }
   void keyPressEvent(QKeyEvent* e) override {
     if (view_.Key(e)) return;
     QPlainTextEdit::keyPressEvent(e);

@@ -127,7 +127,8 @@ void WindowView::Place() {
 void WindowView::Present() {
   Place();
   show();
-  raise();
+  // The offscreen platform of the tests has no stacking to change.
+  if (QGuiApplication::platformName() != QLatin1String("offscreen")) raise();
   activateWindow();
 }
 
@@ -143,6 +144,17 @@ void WindowView::FocusTo(Control* c) {
     }
   }
   setFocus(Qt::OtherFocusReason);
+}
+
+bool WindowView::event(QEvent* e) {
+  if (e->type() == QEvent::KeyPress) {
+    const int key = static_cast<QKeyEvent*>(e)->key();
+    if (key == Qt::Key_Tab || key == Qt::Key_Backtab) {
+      keyPressEvent(static_cast<QKeyEvent*>(e));
+      return true;
+    }
+  }
+  return QWidget::event(e);
 }
 
 // Keys that no control took: Return and Escape for the Default and Cancel buttons, Tab, and keys

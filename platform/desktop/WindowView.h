@@ -36,6 +36,7 @@ class WindowView : public QWidget {
   void FocusTo(Control* c);
 
  protected:
+  bool event(QEvent* e) override;
   void keyPressEvent(QKeyEvent* e) override;
   void closeEvent(QCloseEvent* e) override;
 

@@ -4,7 +4,7 @@
 # FAIL at that line. A "# want:" before any scenario stands for the commands before the first one.
 # Also checks the closing count and that the exit code is 1 exactly when something failed.
 set -u
-runner=$1
+runner=$(cd "$(dirname "$1")" && pwd)/$(basename "$1")
 dir=$(cd "$2" && pwd)
 cd "$dir"
 problems=0
