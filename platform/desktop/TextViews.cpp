@@ -175,7 +175,9 @@ bool TextView::Key(QKeyEvent* e) {
     return !(e->key() == Qt::Key_PageUp || e->key() == Qt::Key_PageDown) || !text_.Multiline;
   }
   EnsurePlatformFocus();
+  keyActive_ = true;
   for (const String& key : keys) Guard([&] { w->UserKey(key); });
+  keyActive_ = false;
   return true;
 }
 
@@ -324,8 +326,14 @@ void AreaView::SetWidgetSelection(int start, int length) {
   QTextCursor cur(edit_->document());
   cur.setPosition(start);
   if (length > 0) cur.setPosition(start + length, QTextCursor::KeepAnchor);
+  // A text to read (help) opens at its top, though the focus leaves the caret at its end.
+  const int scroll = edit_->verticalScrollBar()->value();
   edit_->setTextCursor(cur);
-  edit_->ensureCursorVisible();
+  if (text().ReadOnly() && !keyActive_) {
+    edit_->verticalScrollBar()->setValue(scroll);
+  } else {
+    edit_->ensureCursorVisible();
+  }
 }
 
 void AreaView::SyncLook() {

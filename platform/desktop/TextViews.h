@@ -41,6 +41,8 @@ class TextView : public ControlView {
   void SyncText();
   void SyncSelection();
   bool syncing_ = false;
+  // A key of the person's is being served: the caret it moves is brought into view.
+  bool keyActive_ = false;
 
  private:
   void EnsurePlatformFocus();

@@ -8,7 +8,10 @@
 #include "QtText.h"
 #include "core/Module1.h"
 #include "invoice/iwindow.h"
+#include "secondary/stockwindow.h"
 #include "secondary/surewindow.h"
+
+#include <QMenu>
 
 namespace {
 
@@ -156,6 +159,40 @@ TEST_F(FormKeys, TabWalksTheRowAndAClickOnAFieldMovesTheFocusLostBeforeGot) {
   EXPECT_EQ(ViewOf(w)->focusWidget(), WidgetOf(w.description(0)));
   const std::vector<std::string> expected = {"got number(0)", "lost number(0)", "got description(0)"};
   EXPECT_EQ(events, expected);
+}
+
+// The stock menu opens at the mouse on a right click, and on a click with Control held, and the
+// row chosen fills the line.
+TEST_F(FormKeys, AContextualClickOnADescriptionOffersTheStockAtTheMouse) {
+  StartProgram();
+  NewInvoice();
+  auto& w = *iwindow;
+  stockwindow->stockbox->AddRow(std::vector<String>{"Oak shelf", "45.00"});
+  stockwindow->stockbox->AddRow(std::vector<String>{"Pine bench", "120.00"});
+  Module1::populatecm();
+
+  auto choose = [](int row) {
+    auto* timer = new QTimer(qApp);
+    QObject::connect(timer, &QTimer::timeout, timer, [timer, row] {
+      auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+      if (!menu) return;
+      timer->stop();
+      timer->deleteLater();
+      QTest::mouseClick(menu, Qt::LeftButton, Qt::NoModifier, menu->actionGeometry(menu->actions().at(row)).center());
+    });
+    timer->start(10);
+  };
+  QWidget* d0 = WidgetOf(w.description(0));
+  choose(1);
+  QTest::mouseClick(d0, Qt::RightButton, Qt::NoModifier, d0->rect().center());
+  EXPECT_TRUE(w.description(0)->Text().SameAs("Pine bench"));
+  EXPECT_TRUE(w.price(0)->Text().SameAs(stockwindow->stockbox->Cell(1, 1)));
+
+  QWidget* d1 = WidgetOf(w.description(1));
+  choose(0);
+  QTest::mouseClick(d1, Qt::LeftButton, Qt::ControlModifier, d1->rect().center());
+  EXPECT_TRUE(w.description(1)->Text().SameAs("Oak shelf"));
+  EXPECT_EQ(QString(WidgetOf(w.description(1))->property("text").toString()), QStringLiteral("Oak shelf"));
 }
 
 }  // namespace

@@ -46,7 +46,9 @@ TEST_F(Menus, TheBarHoldsEveryMenuInOrderWithItsKeys) {
     QAction* a = Action(item->Name);
     ASSERT_NE(a, nullptr) << item->Name;
     EXPECT_TRUE(a->text().startsWith(QString::fromStdString(item->Text.Utf8()))) << item->Name;
-    if (!item->KeyboardShortcut.empty()) EXPECT_TRUE(a->text().contains(QLatin1Char('\t'))) << item->Name;
+    if (!item->KeyboardShortcut.empty()) {
+      EXPECT_TRUE(a->text().contains(QLatin1Char('\t'))) << item->Name;
+    }
   }
 }
 

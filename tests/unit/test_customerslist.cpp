@@ -1,0 +1,69 @@
+// The colours of the invoice list: a bold row (an unpaid invoice) paints red, any other a very dark
+// green. The handler also draws the row's text above the cell, where clipping takes it away, and
+// leaves the painting of the text to the list.
+#include <gtest/gtest.h>
+#include <stdlib.h>
+
+#include <filesystem>
+#include <string>
+
+#include "core/App.h"
+#include "core/Module1.h"
+#include "invoice/iwindow.h"
+#include "rb/rb.h"
+
+namespace {
+
+class CustomersListTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    char pattern[] = "/tmp/ledgerly-list-XXXXXX";
+    ASSERT_NE(::mkdtemp(pattern), nullptr);
+    dir_ = pattern;
+    SetProgramFolder(dir_);
+    ResetProgram();
+    RegisterWindows();
+  }
+  void TearDown() override {
+    ResetProgram();
+    SetProgramFolder("");
+    std::filesystem::remove_all(dir_);
+  }
+
+  static const std::vector<DrawOp>& Ops(Graphics& g) {
+    return static_cast<RecordingSurface*>(g.Surface())->Ops();
+  }
+
+  std::string dir_;
+};
+
+TEST_F(CustomersListTest, UnpaidRowsPaintRedAndTheOthersDarkGreen) {
+  Listbox* list = iwindow->customers;
+  list->AddRow("00001-16-11-2026-Brown");
+  list->AddRow("00002-16-11-2026-Green");
+  list->setCellBold(0, 0, true);
+
+  Graphics unpaid(std::make_unique<RecordingSurface>());
+  EXPECT_EQ(list->PaintCellText(unpaid, 0, 0), Color(0xFF0000));
+  Graphics paid(std::make_unique<RecordingSurface>());
+  EXPECT_EQ(list->PaintCellText(paid, 1, 0), Color(0x000C00));
+}
+
+TEST_F(CustomersListTest, TheRowsTextIsDrawnAboveTheCellInTheRowsColour) {
+  Listbox* list = iwindow->customers;
+  list->AddRow("00001-16-11-2026-Brown");
+  list->setCellBold(0, 0, true);
+
+  Graphics g(std::make_unique<RecordingSurface>());
+  list->PaintCellText(g, 0, 0);
+  const std::vector<DrawOp>& ops = Ops(g);
+  ASSERT_EQ(ops.size(), 1u);
+  EXPECT_EQ(ops[0].kind, DrawOp::Text);
+  EXPECT_EQ(ops[0].text, "00001-16-11-2026-Brown");
+  EXPECT_EQ(ops[0].x, 0);
+  EXPECT_EQ(ops[0].y, -3);
+  EXPECT_EQ(ops[0].wrap, 0);
+  EXPECT_EQ(ops[0].color, Color(0xFF0000));
+}
+
+}  // namespace
