@@ -3,7 +3,7 @@ BUILD ?= build
 JOBS ?= $(shell nproc)
 CMAKE_FLAGS ?=
 
-.PHONY: all deps configure build run test format clean install package screenshot
+.PHONY: all deps configure build run test format clean deps-robustness test-asan soak soak-valgrind fuzz install package screenshot
 
 all: build
 
@@ -48,3 +48,51 @@ format:
 
 clean:
 	rm -rf $(BUILD)
+
+# Speed against the floor: prints the table and writes bench/results.md. Not part of `make test`.
+.PHONY: bench
+bench: configure
+	cmake --build $(BUILD) -j $(JOBS) --target bench_driver bench_startup_ledgerly bench_startup_floor bench_headless
+	./$(BUILD)/bench/bench_driver --out bench/results.md
+
+# ---- Robustness: sanitizers, fuzzing and the soak. They need more than `make test` does; their
+# packages come from `tools/install-deps.sh robustness`.
+ASAN_BUILD ?= build-asan
+FUZZ_BUILD ?= build-fuzz
+FUZZ_SECONDS ?= 60
+FUZZ_TARGETS ?= invoicefile prefsfile namefile stockfile text
+SOAK_CYCLES ?= 10000
+FUZZ_CXXFLAGS = -g -O1 -fno-omit-frame-pointer -fsanitize=fuzzer-no-link,address,undefined \
+  -fno-sanitize-recover=undefined
+SANITIZER_ENV = QT_QPA_PLATFORM=offscreen ASAN_OPTIONS=detect_leaks=1 \
+  UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 \
+  LSAN_OPTIONS=suppressions=$(CURDIR)/tools/lsan.supp:print_suppressions=0
+
+deps-robustness:
+	@bash tools/install-deps.sh robustness
+
+$(ASAN_BUILD)/build.ninja:
+	cmake -S . -B $(ASAN_BUILD) -G Ninja -DLEDGERLY_SANITIZE=ON $(CMAKE_FLAGS)
+
+# Every test, unit and scenario, built with AddressSanitizer and UndefinedBehaviorSanitizer.
+test-asan: deps $(ASAN_BUILD)/build.ninja
+	cmake --build $(ASAN_BUILD) -j $(JOBS)
+	cd $(ASAN_BUILD) && $(SANITIZER_ENV) ctest --output-on-failure -j $(JOBS)
+
+# Ten thousand invoices' lives in one program state, under the sanitizers: no leak, a flat heap.
+soak: deps $(ASAN_BUILD)/build.ninja
+	cmake --build $(ASAN_BUILD) -j $(JOBS) --target ledgerly-soak
+	$(SANITIZER_ENV) ./$(ASAN_BUILD)/ledgerly-soak $(SOAK_CYCLES)
+
+# The same under valgrind, on the ordinary build; slow, so fewer cycles by default.
+soak-valgrind: deps-robustness $(BUILD)/build.ninja
+	cmake --build $(BUILD) -j $(JOBS) --target ledgerly-soak
+	QT_QPA_PLATFORM=offscreen valgrind --leak-check=full --errors-for-leak-kinds=definite \
+	  --error-exitcode=1 ./$(BUILD)/ledgerly-soak $(or $(VALGRIND_CYCLES),1000)
+
+# Each fuzz target for FUZZ_SECONDS, built with clang and libFuzzer in a build folder of its own.
+fuzz: deps-robustness
+	cmake -S . -B $(FUZZ_BUILD) -G Ninja -DCMAKE_CXX_COMPILER=clang++ -DLEDGERLY_FUZZ=ON \
+	  -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_CXX_FLAGS="$(FUZZ_CXXFLAGS)"
+	cmake --build $(FUZZ_BUILD) -j $(JOBS) --target fuzzers
+	bash fuzz/run.sh $(FUZZ_BUILD)/fuzz $(FUZZ_SECONDS) $(FUZZ_TARGETS)

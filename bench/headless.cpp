@@ -4,7 +4,7 @@
 //   RESULT <case> <N> <median ours, s> <median floor, s> <runs>
 // A case that cannot run at this N prints "SKIP <case> <N> <why>".
 //
-//   bench_headless PROGRAMFOLDER N RUNS
+//   bench_headless PROGRAMFOLDER N RUNS [CASE]   (CASE: save, load, key or print; all if none)
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -278,12 +278,14 @@ void PrintCase(bench::BenchScreen& screen, const std::string& out, int n, int ru
 
 int main(int argc, char** argv) {
   if (argc < 4) {
-    std::fprintf(stderr, "usage: %s PROGRAMFOLDER N RUNS\n", argv[0]);
+    std::fprintf(stderr, "usage: %s PROGRAMFOLDER N RUNS [CASE]\n", argv[0]);
     return 2;
   }
   const std::string folder = argv[1];
   const int n = std::atoi(argv[2]);
   const int runs = std::max(1, std::atoi(argv[3]));
+  const std::string only = argc > 4 ? argv[4] : "";
+  auto wanted = [&](const std::string& name) { return only.empty() || only == name; };
   const std::string out = folder + ".out";
   fs::create_directories(out);
 
@@ -296,10 +298,10 @@ int main(int argc, char** argv) {
     StartProgram();
     RequireQuiet(screen, "start");
     Require(iwindow->customers->ListCount() == n, "start: the list does not show the folder");
-    SaveCase(screen, folder, n, runs);
-    LoadCase(screen, folder, n, runs);
-    KeyCase(screen, n, runs);
-    PrintCase(screen, out, n, runs);
+    if (wanted("save")) SaveCase(screen, folder, n, runs);
+    if (wanted("load")) LoadCase(screen, folder, n, runs);
+    if (wanted("key")) KeyCase(screen, n, runs);
+    if (wanted("print")) PrintCase(screen, out, n, runs);
   } catch (const std::exception& e) {
     std::fprintf(stderr, "bench_headless: %s\n", e.what());
     return 1;

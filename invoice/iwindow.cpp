@@ -131,8 +131,8 @@ void ApplyAlignment(Control* c, Cls cls, Align a) {
 }
 
 // The properties that every row of both tables has.
-void ApplyDesign(Control* c, Cls cls, Integer l, Integer t, Integer w, Integer h,
-                 Integer tabIndex, const char* designText, Integer textSize, int style, Align alignment,
+void ApplyDesign(Control* c, Cls cls, Integer l, Integer t, Integer w, Integer h, Integer tabIndex,
+                 const char* designText, Integer textSize, int style, Align alignment,
                  Integer limitText, std::uint32_t background, Flag readOnly, Flag focusRing) {
   c->Left = l;
   c->Top = t;
@@ -211,9 +211,9 @@ void iwindow::CreateRowArrays() {
       } else {
         c = Add<StaticText>(s.control, i);
       }
-      ApplyDesign(c, s.cls, s.left, s.top + kRowPitch * i, s.width, s.height, s.tabIndex + s.tabStep * i,
-                  s.designText, s.textSize, plain, s.alignment, s.limitText, s.background, s.readOnly,
-                  s.focusRing);
+      ApplyDesign(c, s.cls, s.left, s.top + kRowPitch * i, s.width, s.height,
+                  s.tabIndex + s.tabStep * i, s.designText, s.textSize, plain, s.alignment,
+                  s.limitText, s.background, s.readOnly, s.focusRing);
     }
     number_[i] = dynamic_cast<TextField*>(FindControl("number", i));
     description_[i] = dynamic_cast<TextField*>(FindControl("description", i));
@@ -230,16 +230,27 @@ void iwindow::CreateOtherControls() {
     SplitName(s.control, name, index);
     Control* c = nullptr;
     switch (s.cls) {
-      case Cls::TextField: c = Add<TextField>(name, index); break;
-      case Cls::TextArea: c = Add<TextArea>(name, index); break;
-      case Cls::StaticText: c = Add<StaticText>(name, index); break;
-      case Cls::Listbox: c = Add<Listbox>(name, index); break;
-      case Cls::PopupMenu: c = Add<PopupMenu>(name, index); break;
+      case Cls::TextField:
+        c = Add<TextField>(name, index);
+        break;
+      case Cls::TextArea:
+        c = Add<TextArea>(name, index);
+        break;
+      case Cls::StaticText:
+        c = Add<StaticText>(name, index);
+        break;
+      case Cls::Listbox:
+        c = Add<Listbox>(name, index);
+        break;
+      case Cls::PopupMenu:
+        c = Add<PopupMenu>(name, index);
+        break;
     }
-    ApplyDesign(c, s.cls, s.left, s.top, s.width, s.height, s.tabIndex, s.designText, s.textSize, s.style,
-                s.alignment, s.limitText, s.background, s.readOnly, s.focusRing);
+    ApplyDesign(c, s.cls, s.left, s.top, s.width, s.height, s.tabIndex, s.designText, s.textSize,
+                s.style, s.alignment, s.limitText, s.background, s.readOnly, s.focusRing);
   }
-  for (Integer i = 10; i <= 14; i++) currenysign_[i] = dynamic_cast<StaticText*>(FindControl("currenysign", i));
+  for (Integer i = 10; i <= 14; i++)
+    currenysign_[i] = dynamic_cast<StaticText*>(FindControl("currenysign", i));
 
   Bind(this, StaticText1, "StaticText1");
   Bind(this, StaticText2, "StaticText2");
@@ -311,7 +322,9 @@ void iwindow::WireHandlers() {
     TextField* d = description_[i];
     d->OnOpen = [this, d] { lock(d); };
     d->OnTextChange = [this, d] { description_TextChange(d->Index()); };
-    d->OnMouseDown = [this, d](Integer x, Integer y) { return description_MouseDown(d->Index(), x, y); };
+    d->OnMouseDown = [this, d](Integer x, Integer y) {
+      return description_MouseDown(d->Index(), x, y);
+    };
 
     TextField* p = price_[i];
     p->OnOpen = [this, p] { lock(p); };
@@ -348,7 +361,9 @@ void iwindow::WireHandlers() {
 
   discountfield->OnKeyDown = [this](const String& key) { return discountfield_KeyDown(key); };
   discountfield->OnTextChange = [this] { discountfield_TextChange(); };
-  discountfield->OnMouseDown = [this](Integer x, Integer y) { return discountfield_MouseDown(x, y); };
+  discountfield->OnMouseDown = [this](Integer x, Integer y) {
+    return discountfield_MouseDown(x, y);
+  };
   discountfield->OnLostFocus = [this] { discountfield_LostFocus(); };
 
   PostageField->OnKeyDown = [this](const String& key) { return PostageField_KeyDown(key); };
@@ -359,7 +374,8 @@ void iwindow::WireHandlers() {
   customers->OnCellClick = [this](Integer row, Integer column, Integer x, Integer y) {
     return customers_CellClick(row, column, x, y);
   };
-  customers->OnCellTextPaint = [this](Graphics& g, Integer row, Integer column, Integer x, Integer y) {
+  customers->OnCellTextPaint = [this](Graphics& g, Integer row, Integer column, Integer x,
+                                      Integer y) {
     return customers_CellTextPaint(g, row, column, x, y);
   };
 

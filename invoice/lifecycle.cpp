@@ -56,7 +56,8 @@ bool iwindow::_filenew_Action() {
 
   // The counter holds the number last handed out. It is a Single: the sum is made in Double and
   // stored back narrowed, so past 16777216 it no longer grows.
-  Module1::invoicestartnumber = static_cast<Single>(static_cast<Double>(Module1::invoicestartnumber) + 1.0);
+  Module1::invoicestartnumber =
+      static_cast<Single>(static_cast<Double>(Module1::invoicestartnumber) + 1.0);
   invoicenumberField->setText(Format(static_cast<Double>(Module1::invoicestartnumber), "00000"));
 
   // The placeholder is selected so that typing replaces it; the focus stays where it is.

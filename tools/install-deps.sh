@@ -7,6 +7,11 @@ packages=(
   fonts-urw-base35 fonts-dejavu-core fonts-liberation
   xvfb xauth poppler-utils imagemagick clang-format ccache
 )
+# `install-deps.sh robustness` adds what only the fuzzing and the soak under valgrind need; the
+# sanitizer build of `make test-asan` uses g++'s own runtime.
+if [ "${1:-}" = "robustness" ]; then
+  packages+=(clang libclang-rt-14-dev valgrind)
+fi
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")

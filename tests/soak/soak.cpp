@@ -1,0 +1,241 @@
+// ledgerly-soak [CYCLES]
+// One program state, many cycles of a whole invoice's life: New, typing, Save, a click on its row,
+// "paid" and Save again, Print, Delete. Each cycle checks the files and the form against what the
+// scenarios expect; the heap in use is measured after a warm-up and at the end, and must not grow.
+#include <malloc.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "core/App.h"
+#include "core/Module1.h"
+#include "invoice/iwindow.h"
+#include "rb/rb.h"
+#include "secondary/prefswindow.h"
+#include "secondary/surewindow.h"
+
+#if defined(__SANITIZE_ADDRESS__)
+#define SOAK_ASAN 1
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define SOAK_ASAN 1
+#endif
+#endif
+#ifdef SOAK_ASAN
+#include <sanitizer/allocator_interface.h>
+#endif
+
+namespace fs = std::filesystem;
+
+namespace {
+
+// The person at the screen: confirms every question, closes the prefs, prints every job onto a
+// recording surface and lets it go at once.
+class SoakScreen : public Screen {
+ public:
+  void MsgBox(const String& text) override { messages.push_back(text.Utf8()); }
+  void Beep() override {}
+  void ShowURL(const String&) override {}
+  void Quit(Integer) override {}
+  void UnhandledException(const RuntimeException& e) override { exceptions.push_back(e.ClassName()); }
+  void RunModal(Window& w) override {
+    if (w.ClassName() == "surewindow") surewindow->acceptbutt->UserClick();
+    if (w.ClassName() == "prefswindow") prefswindow->closebutt->UserClick();
+    if (w.Visible()) w.Hide();
+  }
+  Ref<FolderItem> OpenFileDialog(const String&) override { return nil; }
+  std::optional<Integer> ContextualMenu(const std::vector<String>&) override { return std::nullopt; }
+  std::unique_ptr<PageSurface> PrintDialog(const PrinterSetup*) override {
+    return std::make_unique<RecordingSurface>([this](const std::vector<DrawOp>& ops) {
+      ++pages;
+      customerDrawn = false;
+      for (const DrawOp& op : ops)
+        if (op.kind == DrawOp::Text && op.text == kCustomer) customerDrawn = true;
+    });
+  }
+  bool PageSetupDialog(PrinterSetup&) override { return false; }
+
+  static constexpr const char* kCustomer = "Soak Customer";
+  std::vector<std::string> messages;
+  std::vector<std::string> exceptions;
+  int pages = 0;
+  bool customerDrawn = false;
+};
+
+SoakScreen screen;
+std::string folder;
+long cycle = 0;
+
+[[noreturn]] void Fail(const std::string& what) {
+  std::fprintf(stderr, "soak: cycle %ld: %s\n", cycle, what.c_str());
+  std::exit(1);
+}
+
+void Check(bool ok, const std::string& what) {
+  if (!ok) Fail(what);
+}
+
+// Bytes in use on the heap, as the allocator counts them.
+std::size_t HeapInUse() {
+#ifdef SOAK_ASAN
+  return __sanitizer_get_current_allocated_bytes();
+#else
+  return mallinfo2().uordblks;
+#endif
+}
+
+long ResidentKiB() {
+  std::ifstream status("/proc/self/status");
+  for (std::string line; std::getline(status, line);)
+    if (line.rfind("VmRSS:", 0) == 0) return std::strtol(line.c_str() + 6, nullptr, 10);
+  return -1;
+}
+
+std::string ReadAll(const std::string& relative) {
+  std::ifstream in(folder + "/" + relative, std::ios::binary);
+  return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+}
+
+std::vector<std::string> Entries(const std::string& relative) {
+  std::vector<std::string> names;
+  for (const auto& e : fs::directory_iterator(folder + "/" + relative))
+    names.push_back(e.path().filename().string());
+  return names;
+}
+
+void Menu(const std::string& item) {
+  Check(ChooseMenuItem(item), "the menu item " + item + " is not live");
+}
+
+void Type(TextControl* field, const std::string& text) {
+  iwindow->SetFocus(field);
+  for (char c : text) iwindow->UserKey(String(std::string(1, c)));
+}
+
+void Erase(TextControl* field) {
+  iwindow->SetFocus(field);
+  while (!field->Text().IsEmpty()) iwindow->UserKey(Keys::Backspace);
+}
+
+std::string PString(const std::string& s) { return std::string(1, static_cast<char>(s.size())) + s; }
+
+// The invoicefile of a cycle, field by field: date, number, the rows, name, address, comments,
+// status, the discount as a Double, postage, order number.
+std::string Invoicefile(const std::string& number, const std::string& status) {
+  std::string b = PString("16-11-2026") + PString(number);
+  b += PString("3") + PString("Widget") + PString("19.99") + PString("59.97");
+  for (int i = 1; i <= 9; ++i) b += std::string(4, '\0');
+  b += PString(SoakScreen::kCustomer) + PString("1 High St") + PString("comments") + PString(status);
+  b += std::string(8, '\0') + PString("") + PString("");
+  return b;
+}
+
+void Cycle() {
+  Menu("filenew");
+  const std::string number = iwindow->invoicenumberField->Text().Utf8();
+  Check(number == Format(cycle, "00000").Utf8(), "New gave the number " + number);
+  const std::string name = number + "-16-11-2026-" + SoakScreen::kCustomer;
+
+  Erase(iwindow->customername);
+  Type(iwindow->customername, SoakScreen::kCustomer);
+  Erase(iwindow->customeraddress);
+  Type(iwindow->customeraddress, "1 High St");
+  Type(iwindow->number(0), "3");
+  Type(iwindow->description(0), "Widget");
+  Type(iwindow->price(0), "19.99");
+  iwindow->UserKey(Keys::Tab);
+  Check(iwindow->total(0)->Text().Utf8() == "59.97", "the row total is " + iwindow->total(0)->Text().Utf8());
+
+  Menu("filesave");
+  const std::string unpaidFile = Invoicefile(number, "unpaid");
+  Check(ReadAll("customers/" + name) == unpaidFile, "the invoicefile holds other bytes");
+  Check(ReadAll("unpaid/" + name) == std::string(SoakScreen::kCustomer) + "\n", "no unpaidmarker");
+  Check(iwindow->customers->ListCount() == 1, "the list has not one row");
+
+  // Back from the file: the form as it was saved, not edited.
+  Erase(iwindow->customeraddress);
+  iwindow->customers->UserCellClick(0, 0);
+  Check(iwindow->customeraddress->Text().Utf8() == "1 High St", "the loaded address differs");
+  Check(iwindow->total(0)->Text().Utf8() == "59.97", "the loaded row total differs");
+  Check(!Module1::texthaschanged, "a loaded invoice counts as edited");
+
+  Erase(iwindow->statusfield);
+  Type(iwindow->statusfield, "paid");
+  Menu("filesave");
+  // Written over from its start: the two bytes that "unpaid" had more stay behind.
+  const std::string paidFile = Invoicefile(number, "paid");
+  const std::string now = ReadAll("customers/" + name);
+  Check(now.size() == unpaidFile.size() && now.compare(0, paidFile.size(), paidFile) == 0,
+        "the paid invoicefile holds other bytes");
+  Check(Entries("unpaid").empty(), "the unpaidmarker stayed");
+
+  const int pages = screen.pages;
+  Menu("fileprint");
+  Check(screen.pages == pages + 1 && screen.customerDrawn, "the invoice was not printed");
+
+  Menu("filedeleteinvoice");
+  Check(Entries("customers").empty(), "the invoicefile stayed");
+  Check(iwindow->customers->ListCount() == 0, "the row stayed");
+  Check(Entries("names").size() == 1, "the name book does not hold one name");
+  Check(screen.messages.empty(), "a message came: " + (screen.messages.empty() ? "" : screen.messages[0]));
+  Check(screen.exceptions.empty(), "an exception came: " + (screen.exceptions.empty() ? "" : screen.exceptions[0]));
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const long cycles = argc > 1 ? std::strtol(argv[1], nullptr, 10) : 10000;
+  const long warmup = std::min(100L, cycles / 2);
+  InitRuntime(argc, argv);
+
+  const char* tmp = std::getenv("TMPDIR");
+  std::string pattern = std::string(tmp != nullptr && *tmp != '\0' ? tmp : "/tmp") + "/ledgerly-soak-XXXXXX";
+  if (mkdtemp(pattern.data()) == nullptr) Fail("no program folder could be made");
+  folder = pattern;
+  SetProgramFolder(folder);
+  Date::SetToday(2026, 11, 16);
+  Date::SetShortDateFormat("dd/MM/yyyy");
+  SetScreen(&screen);
+  StartProgram();
+  Check(screen.messages.size() == 1 && screen.messages[0] == "Please fill out the prefs.",
+        "the first start did not ask for the prefs");
+  screen.messages.clear();
+
+  std::size_t heapWarm = 0;
+  long rssWarm = 0;
+  const auto begun = std::chrono::steady_clock::now();
+  for (cycle = 1; cycle <= cycles; ++cycle) {
+    Cycle();
+    if (cycle == warmup) {
+      heapWarm = HeapInUse();
+      rssWarm = ResidentKiB();
+    }
+    if (cycle % 1000 == 0 || cycle == cycles)
+      std::printf("cycle %ld: heap in use %zu bytes, resident %ld KiB\n", cycle, HeapInUse(), ResidentKiB());
+  }
+  const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - begun).count();
+  const std::size_t heapEnd = HeapInUse();
+  const long rssEnd = ResidentKiB();
+  std::printf("%ld cycles in %.1f s; after %ld: heap %zu bytes, resident %ld KiB; at the end: heap %zu "
+              "bytes, resident %ld KiB\n",
+              cycles, seconds, warmup, heapWarm, rssWarm, heapEnd, rssEnd);
+
+  ResetProgram();
+  SetScreen(nullptr);
+  std::error_code ec;
+  fs::remove_all(folder, ec);
+  // What one cycle leaves behind adds up over thousands; 64 KiB is far below one byte a cycle.
+  if (cycles >= 1000 && heapEnd > heapWarm + 64 * 1024) {
+    std::fprintf(stderr, "soak: the heap grew by %zu bytes\n", heapEnd - heapWarm);
+    return 1;
+  }
+  return 0;
+}
