@@ -86,7 +86,7 @@ void iwindow::loadinvoice() {
 bool iwindow::_filedeleteinvoice_Action() {
   ::surewindow->surefield->setText("Delete " + customers->List(Module1::cellid));
   ::surewindow->ShowModal();
-  if (!Module1::sure) return true;
+  if (!Module1::sure) return false;
   Module1::f = GetFolderItem("")->Child("customers")->Child(customers->List(Module1::cellid));
   if (Module1::f->Exists()) {
     Module1::f->Delete();
@@ -94,7 +94,7 @@ bool iwindow::_filedeleteinvoice_Action() {
   }
   // The invoice's unpaidmarker stays where it is.
   markthem();
-  return true;
+  return false;
 }
 
 }  // namespace win

@@ -31,6 +31,7 @@ void iwindow::markthem() {
   // The same marks as comparing every marker with every row, ignoring case, in one pass over each
   // list: the markers are held under their case-folded key.
   std::unordered_set<std::string> unpaidnames;
+  unpaidnames.reserve(static_cast<std::size_t>(unpaid->ListCount()));
   for (Integer i = 0; i < unpaid->ListCount(); i++) {
     unpaidnames.insert(FoldCase(unpaid->List(i).Utf8()));
   }

@@ -51,9 +51,6 @@ class iwindow : public Window {
   TextField* ordernumberfield = nullptr;
   ContextualMenu* cm = nullptr;
 
-  // The window's own properties.
-  bool addresshaschanged = false;
-  Integer id = 0;
   bool OwnProperty(const std::string& name, std::string& value) const override;
 
   // Routines.
@@ -97,6 +94,10 @@ class iwindow : public Window {
 
  protected:
   void CreateControls() override;
+
+  // The window's own properties.
+  bool addresshaschanged = false;  // the address changed since it last went to the name book
+  Integer id = 0;                  // the line that the stock menu fills
 
  private:
   // Building the form (iwindow.cpp).

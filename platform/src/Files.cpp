@@ -12,10 +12,12 @@
 #include <cfloat>
 #include <climits>
 #include <cmath>
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <numeric>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "CaseFold.h"
@@ -37,8 +39,30 @@ std::string ReplaceEvery(std::string s, const std::string& what, const std::stri
 
 std::string ShownName(const std::string& onDisk) { return ReplaceEvery(onDisk, kStoredSlash, "/"); }
 
-String NameString(const std::string& bytes) {
-  return String::FromBytes(bytes, IsValidUtf8(bytes) ? TextEncoding::UTF8 : TextEncoding::None);
+String NameString(std::string bytes) {
+  const TextEncoding tag = IsValidUtf8(bytes) ? TextEncoding::UTF8 : TextEncoding::None;
+  return String::FromBytes(std::move(bytes), tag);
+}
+
+bool IsAsciiText(std::string_view s) {
+  return std::all_of(s.begin(), s.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
+unsigned char LowerAscii(char c) {
+  const auto u = static_cast<unsigned char>(c);
+  return u >= 'A' && u <= 'Z' ? static_cast<unsigned char>(u - 'A' + 'a') : u;
+}
+
+// Compares two texts as their case-folded keys compare, where each is either a key already or
+// plain ASCII: the key of an ASCII text is the text with its letters lowered, and lowering a
+// key changes nothing.
+int CompareLowered(std::string_view a, std::string_view b) {
+  const std::size_t n = std::min(a.size(), b.size());
+  for (std::size_t k = 0; k < n; ++k) {
+    const unsigned char ca = LowerAscii(a[k]), cb = LowerAscii(b[k]);
+    if (ca != cb) return ca < cb ? -1 : 1;
+  }
+  return a.size() < b.size() ? -1 : a.size() > b.size() ? 1 : 0;
 }
 
 std::string Join(const std::string& folder, const std::string& name) {
@@ -153,41 +177,66 @@ FolderItem::FolderItem(std::string nativePath) : path_(std::move(nativePath)) {
 }
 
 Ref<FolderItem> FolderItem::Child(const String& name) {
-  if (!IsFolder(path_)) return nil;
   const std::string onDisk = ReplaceEvery(name.Utf8(), "/", kStoredSlash);
   if (onDisk.empty() || onDisk == "." || onDisk == ".." || onDisk.size() > kMaxNameBytes ||
       onDisk.find('\0') != std::string::npos)
     return nil;
 
+  // An entry found inside this item shows that it is a folder; only a miss needs to ask.
   const std::string exact = Join(path_, onDisk);
   struct stat st {};
   if (::lstat(exact.c_str(), &st) == 0) return New<FolderItem>(exact);
+  if (!IsFolder(path_)) return nil;
 
   // An entry whose name differs only in case is this child; of several, the first in the
-  // folder's order.
+  // folder's order. A new invoice's name is looked for here in a folder of thousands, so the
+  // entries are compared as they are read, and only a name that is not plain ASCII is folded.
   const std::string key = FoldCase(onDisk);
-  const std::string* found = nullptr;
-  const std::vector<std::string> names = ReadFolder(path_);
-  for (const std::string& n : names) {
-    if (FoldCase(n) == key && (!found || n < *found)) found = &n;
+  std::string found;
+  bool any = false;
+  if (DIR* dir = ::opendir(path_.c_str())) {
+    while (const dirent* e = ::readdir(dir)) {
+      const std::size_t length = std::strlen(e->d_name);
+      const std::string_view n(e->d_name, length);
+      if (n == "." || n == "..") continue;
+      const bool same = IsAsciiText(n) ? length == key.size() && CompareLowered(n, key) == 0
+                                       : FoldCase(std::string(n)) == key;
+      if (same && (!any || n < std::string_view(found))) {
+        found.assign(n);
+        any = true;
+      }
+    }
+    ::closedir(dir);
   }
-  return New<FolderItem>(Join(path_, found ? *found : onDisk));
+  return New<FolderItem>(Join(path_, any ? found : onDisk));
 }
 
 void FolderItem::LoadListing() {
   std::vector<std::string> names = ReadFolder(path_);
+  // The order is that of the keys (the shown name with case folded away), ties by the bytes. An
+  // ASCII name's key is the name with its letters lowered, which the comparison does as it goes;
+  // only the other names have their key made.
+  constexpr std::uint32_t kOwnKey = UINT32_MAX;
   std::vector<std::string> keys;
-  keys.reserve(names.size());
-  for (const std::string& n : names) keys.push_back(FoldCase(ShownName(n)));
-  std::vector<std::size_t> order(names.size());
-  std::iota(order.begin(), order.end(), std::size_t{0});
-  std::sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
-    if (keys[a] != keys[b]) return keys[a] < keys[b];
+  std::vector<std::uint32_t> keyOf(names.size(), kOwnKey);
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    if (IsAsciiText(names[i])) continue;
+    keyOf[i] = static_cast<std::uint32_t>(keys.size());
+    keys.push_back(FoldCase(ShownName(names[i])));
+  }
+  auto keyFor = [&](std::uint32_t i) -> const std::string& {
+    return keyOf[i] == kOwnKey ? names[i] : keys[keyOf[i]];
+  };
+  std::vector<std::uint32_t> order(names.size());
+  std::iota(order.begin(), order.end(), std::uint32_t{0});
+  std::sort(order.begin(), order.end(), [&](std::uint32_t a, std::uint32_t b) {
+    const int byKey = CompareLowered(keyFor(a), keyFor(b));
+    if (byKey != 0) return byKey < 0;
     return names[a] < names[b];
   });
   listing_.clear();
   listing_.reserve(names.size());
-  for (std::size_t i : order) listing_.push_back(std::move(names[i]));
+  for (std::uint32_t i : order) listing_.push_back(std::move(names[i]));
   listed_ = true;
 }
 
@@ -308,10 +357,42 @@ BinaryStream::BinaryStream(int fd, bool writable) : fd_(fd), writable_(writable)
 
 BinaryStream::~BinaryStream() { Close(); }
 
-bool BinaryStream::ReadBytes(void* out, std::size_t n) { return ReadUpTo(fd_, out, n) == n; }
+// An invoice is 49 fields: read one by one from the system they would cost a hundred calls, so
+// the stream reads a block and hands the fields out of it.
+std::size_t BinaryStream::ReadAhead(void* out, std::size_t n) {
+  constexpr std::size_t kBlock = 8192;
+  auto* p = static_cast<char*>(out);
+  std::size_t got = 0;
+  while (got < n) {
+    if (readPos_ == readAhead_.size()) {
+      if (fd_ < 0) break;
+      readAhead_.resize(kBlock);
+      ssize_t r;
+      do {
+        r = ::read(fd_, readAhead_.data(), kBlock);
+      } while (r < 0 && errno == EINTR);
+      readAhead_.resize(r > 0 ? static_cast<std::size_t>(r) : 0);
+      readPos_ = 0;
+      if (r <= 0) break;
+    }
+    const std::size_t take = std::min(n - got, readAhead_.size() - readPos_);
+    std::memcpy(p + got, readAhead_.data() + readPos_, take);
+    readPos_ += take;
+    got += take;
+  }
+  return got;
+}
+
+bool BinaryStream::ReadBytes(void* out, std::size_t n) { return ReadAhead(out, n) == n; }
 
 void BinaryStream::WriteBytes(const void* in, std::size_t n) {
-  if (writable_) WriteAll(fd_, static_cast<const char*>(in), n);
+  if (!writable_) return;
+  if (readPos_ < readAhead_.size()) {
+    ::lseek(fd_, -static_cast<off_t>(readAhead_.size() - readPos_), SEEK_CUR);
+  }
+  readAhead_.clear();
+  readPos_ = 0;
+  WriteAll(fd_, static_cast<const char*>(in), n);
 }
 
 // A length byte with fewer bytes after it than it says gives the bytes that are there.
@@ -319,7 +400,7 @@ String BinaryStream::ReadPString() {
   unsigned char length = 0;
   if (!ReadBytes(&length, 1)) return String::FromBytes("", TextEncoding::None);
   std::string bytes(length, '\0');
-  bytes.resize(ReadUpTo(fd_, bytes.data(), length));
+  bytes.resize(ReadAhead(bytes.data(), length));
   return String::FromBytes(std::move(bytes), TextEncoding::None);
 }
 

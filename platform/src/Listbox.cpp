@@ -11,7 +11,7 @@ void Listbox::CheckRow(Integer row) const {
 
 void Listbox::AddRow(const String& text) {
   Row r;
-  r.cells.emplace_back(text.Utf8());
+  r.cells.push_back(String::FromBytes(text.Utf8(), TextEncoding::UTF8));
   rows_.push_back(std::move(r));
   Changed(Prop::Rows);
 }
@@ -19,7 +19,7 @@ void Listbox::AddRow(const String& text) {
 void Listbox::AddRow(const std::vector<String>& cells) {
   Row r;
   r.cells.reserve(cells.size());
-  for (const String& c : cells) r.cells.emplace_back(c.Utf8());
+  for (const String& c : cells) r.cells.push_back(String::FromBytes(c.Utf8(), TextEncoding::UTF8));
   rows_.push_back(std::move(r));
   Changed(Prop::Rows);
 }

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
+#include <optional>
 #include <string>
 #include <system_error>
 
@@ -26,6 +27,31 @@ std::string Shortest(T v) {
 }
 
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+
+// a (finite, not negative) rounded to `decimals` places, half away from zero, as a whole number
+// of units of the last place; worked out exactly in integers, which is quick. a is m × 2^e with m
+// below 2^53, and m × 10^decimals stays below 2^63 for up to three decimals. Nothing when the
+// value does not fit: the caller then takes the long way.
+std::optional<std::uint64_t> RoundedUnits(double a, std::size_t decimals) {
+  if (decimals > 3) return std::nullopt;
+  if (a == 0) return 0;
+  int exp2 = 0;
+  const double mantissa = std::frexp(a, &exp2);
+  const auto m = static_cast<std::uint64_t>(std::ldexp(mantissa, 53));
+  const int e = exp2 - 53;
+  std::uint64_t scale = 1;
+  for (std::size_t k = 0; k < decimals; ++k) scale *= 10;
+  const std::uint64_t scaled = m * scale;
+  if (e >= 0) {
+    if (e >= 63 || (scaled >> (63 - e)) != 0) return std::nullopt;
+    return scaled << e;
+  }
+  const int shift = -e;
+  if (shift >= 64) return 0;  // below half a unit: scaled < 2^63 <= 2^(shift - 1)
+  const std::uint64_t units = scaled >> shift;
+  const std::uint64_t rest = scaled & ((std::uint64_t{1} << shift) - 1);
+  return rest >= (std::uint64_t{1} << (shift - 1)) ? units + 1 : units;
+}
 
 }  // namespace
 
@@ -87,6 +113,29 @@ String Format(Double v, const String& mask) {
       point == std::string::npos ? 0 : static_cast<std::size_t>(std::count(m.begin() + point + 1, m.end(), '0'));
 
   if (!std::isfinite(v)) return Str(v);
+
+  // Amounts on the form take this way: two decimals or none, and far below 10^15.
+  if (const auto units = RoundedUnits(std::fabs(v), decimals)) {
+    std::uint64_t scale = 1;
+    for (std::size_t k = 0; k < decimals; ++k) scale *= 10;
+    const std::uint64_t whole = *units / scale;
+    std::string out;
+    if (std::signbit(v) && *units != 0) out += '-';
+    const std::string wholeDigits = whole == 0 ? std::string() : std::to_string(whole);
+    std::size_t minWhole = wholeZeros;
+    if (minWhole == 0 && decimals == 0) minWhole = 1;
+    if (wholeDigits.size() < minWhole) out.append(minWhole - wholeDigits.size(), '0');
+    out += wholeDigits;
+    if (point != std::string::npos) {
+      out += '.';
+      if (decimals > 0) {
+        const std::string frac = std::to_string(*units % scale);
+        out.append(decimals - frac.size(), '0');
+        out += frac;
+      }
+    }
+    return String(out);
+  }
 
   // The exact decimal expansion of the binary value (a double has at most 1074 decimals), so that
   // the rounding below sees the true digits and never rounds twice.

@@ -4,7 +4,7 @@
 #include "rb/Window.h"
 
 void PopupMenu::AddRow(const String& text) {
-  rows_.emplace_back(text.Utf8());
+  rows_.push_back(String::FromBytes(text.Utf8(), TextEncoding::UTF8));
   Changed(Prop::Rows);
 }
 

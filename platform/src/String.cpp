@@ -62,6 +62,13 @@ std::string FoldCase(const std::string& utf8) {
   return q.normalized(QString::NormalizationForm_C).toUpper().toCaseFolded().toStdString();
 }
 
+std::string FoldCase(std::string&& utf8) {
+  if (!IsAscii(utf8)) return FoldCase(static_cast<const std::string&>(utf8));
+  for (char& c : utf8)
+    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+  return std::move(utf8);
+}
+
 String::String(const char* utf8) : bytes_(utf8 ? utf8 : "") {}
 
 String::String(const std::string& utf8) : bytes_(utf8) {}

@@ -188,16 +188,6 @@ TEST_F(GraphicsTest, TeeSurfaceGivesEveryPartEachOperationAndTheEnd) {
   EXPECT_EQ(b[1].kind, DrawOp::Line);
 }
 
-TEST_F(GraphicsTest, RecordingSurfaceReportsItsPageOnlyOnce) {
-  int ended = 0;
-  RecordingSurface s([&](const std::vector<DrawOp>&) { ++ended; });
-  s.Draw(DrawOp{}, nullptr);
-  s.Finish();
-  s.Finish();
-  EXPECT_EQ(ended, 1);
-  EXPECT_EQ(s.Ops().size(), 1u);
-}
-
 // ---- Fonts and measuring
 
 FontState Times16Bold() {

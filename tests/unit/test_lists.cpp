@@ -279,17 +279,6 @@ TEST_F(Lists, CellTextPaintSetsTheColourTheTextIsPaintedIn) {
   EXPECT_EQ(f.stock->PaintCellText(g, 1, 0), Color(0x000C00));
 }
 
-TEST_F(Lists, ALargeListIsAStoreLikeASmallOne) {
-  Listbox* list = form->stock;
-  const Integer n = 100000;
-  for (Integer i = 0; i < n; ++i) list->AddRow(Str(i));
-  EXPECT_EQ(list->ListCount(), n);
-  EXPECT_EQ(list->List(n - 1).Utf8(), std::to_string(n - 1));
-  EXPECT_EQ(list->ListIndex(), -1);
-  list->DeleteAllRows();
-  EXPECT_EQ(list->ListCount(), 0);
-}
-
 TEST_F(Lists, APopupWithNoRowsHasNoSelection) {
   PopupMenu* p = form->empty;
   EXPECT_EQ(p->ListCount(), 0);

@@ -131,38 +131,6 @@ TEST(Format, NumberMask) {
   EXPECT_EQ(S(Format(16777216.0f, "00000")), "16777216");
 }
 
-TEST(Format, WorkedInvoice) {
-  const auto row = [](const char* number, const char* price) {
-    return Format(Val(String(number)) * Val(String(price)), "00.00");
-  };
-  const String total0 = row("3", "19.99");
-  const String total1 = row("2.5", "4.10");
-  EXPECT_EQ(S(total0), "59.97");
-  EXPECT_EQ(S(total1), "10.25");
-
-  double sum = 0;
-  sum += Val(total0);
-  sum += Val(total1);
-  for (int k = 2; k < 10; ++k) sum += Val(Format(0, "00.00"));
-  const String grand = Format(sum, "00.00");
-  EXPECT_EQ(S(grand), "70.22");
-
-  const double rate = Val(String("17.5"));
-  const String vat = Format(Val(grand) / 100.0 * rate, "00.00");
-  EXPECT_EQ(S(vat), "12.29");
-
-  const double due = ((Val(grand) + Val(vat)) + Val(String("03.50"))) - Val(String("05.00"));
-  EXPECT_EQ(S(Format(due, "00.00")), "81.01");
-
-  // Dividing first puts one cent's tax just above the half cent.
-  EXPECT_EQ(S(Format(Val(String("01.00")) / 100.0 * rate, "00.00")), "00.18");
-
-  // Three rows of 0.333 add their rounded totals.
-  double thirds = 0;
-  for (int k = 0; k < 3; ++k) thirds += Val(row("1", "0.333"));
-  EXPECT_EQ(S(Format(thirds, "00.00")), "00.99");
-}
-
 // Away from exact ties, the standard library's correctly rounded fixed form must agree.
 TEST(Format, AgreesWithExactRoundingAwayFromTies) {
   std::mt19937_64 gen(81);

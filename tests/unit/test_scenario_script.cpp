@@ -124,17 +124,6 @@ TEST_F(ScriptFiles, SplitsScenariosAndKeepsTheirLines) {
   EXPECT_EQ(s.scenarios[1].commands[0].where.line, 7);
 }
 
-TEST_F(ScriptFiles, CommandsBeforeTheFirstScenarioFail) {
-  std::string f = Write("a.scn", "\nstart\nquit\nscenario \"after\"\nstart\n");
-  scn::Script s = scn::LoadScript(f);
-  ASSERT_EQ(s.scenarios.size(), 2u);
-  EXPECT_FALSE(s.scenarios[0].error.empty());
-  EXPECT_EQ(s.scenarios[0].errorAt.line, 2);
-  EXPECT_EQ(s.scenarios[0].errorFound, "start");
-  EXPECT_EQ(s.scenarios[1].name, "after");
-  EXPECT_TRUE(s.scenarios[1].error.empty());
-}
-
 TEST_F(ScriptFiles, IncludesAreRelativeToTheIncludingFile) {
   Write("common/setup.inc",
         "when modal prefswindow do click prefswindow.closebutt\ninclude \"more.inc\"\n");

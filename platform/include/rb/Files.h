@@ -77,8 +77,13 @@ class BinaryStream {
  private:
   bool ReadBytes(void* out, std::size_t n);
   void WriteBytes(const void* in, std::size_t n);
+  std::size_t ReadAhead(void* out, std::size_t n);
   int fd_ = -1;
   bool writable_ = false;
+  // Reads are taken from the file a block at a time; a write first puts the file back where the
+  // reading stands.
+  std::string readAhead_;
+  std::size_t readPos_ = 0;
 };
 
 class TextInputStream {

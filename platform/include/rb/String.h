@@ -62,6 +62,8 @@ std::string Utf8ToMacRoman(const std::string& utf8);
 bool EqualsIgnoringCase(const std::string& utf8a, const std::string& utf8b);
 // The key under which texts compare ignoring case: equal keys exactly when EqualsIgnoringCase.
 std::string FoldCase(const std::string& utf8);
+// The same for a text that is not needed afterwards: plain ASCII is lowered where it stands.
+std::string FoldCase(std::string&& utf8);
 // Orders names ignoring case; ties broken by the bytes, so the order is total and stable.
 bool LessIgnoringCase(const std::string& utf8a, const std::string& utf8b);
 
