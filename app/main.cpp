@@ -36,7 +36,9 @@ int main(int argc, char** argv) {
   desk::DesktopScreen screen;
   SetScreen(&screen);
   RegisterWindows();
+  screen.HoldViews();
   StartProgram();
+  screen.ReleaseViews();
   // A quit asked during the start (before the loop runs) ends the program here.
   const int code = screen.QuitRequested() ? screen.QuitCode() : QApplication::exec();
   SetScreen(nullptr);

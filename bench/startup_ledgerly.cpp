@@ -65,7 +65,9 @@ int main(int argc, char** argv) {
   SetScreen(&screen);
   bench::StartupWatch watch([&screen](QWidget* w) { return MainWindowPainted(screen, w); });
   RegisterWindows();
+  screen.HoldViews();
   StartProgram();
+  screen.ReleaseViews();
   const int code = screen.QuitRequested() ? screen.QuitCode() : QApplication::exec();
   SetScreen(nullptr);
   return watch.Done() ? code : 3;

@@ -28,16 +28,42 @@ void iwindow::paid() {
 }
 
 void iwindow::markthem() {
-  // The same marks as comparing every marker with every row, ignoring case, in one pass over each
-  // list: the markers are held under their case-folded key.
-  std::unordered_set<std::string> unpaidnames;
-  unpaidnames.reserve(static_cast<std::size_t>(unpaid->ListCount()));
-  for (Integer i = 0; i < unpaid->ListCount(); i++) {
-    unpaidnames.insert(FoldCase(unpaid->List(i).Utf8()));
+  // The same marks as comparing every marker with every row, ignoring case. Both lists come from
+  // their folders in the folders' order, which is by name ignoring case, so one walk down the two
+  // side by side finds every match. Should either list stand in another order, the walk stops and
+  // the markers are held in a set under their case-folded key instead; the marks it set are right
+  // either way, as each stands on two equal names.
+  const Integer rows = customers->ListCount(), markers = unpaid->ListCount();
+  bool inOrder = true;
+  Integer i = 0;
+  std::string marker, row, previous;
+  bool haveMarker = false;
+  auto nextMarker = [&] {
+    if (i >= markers) return haveMarker = false;
+    std::string next = unpaid->List(i++).Utf8();
+    if (haveMarker && CompareIgnoringCase(marker, next) > 0) inOrder = false;
+    marker = std::move(next);
+    return haveMarker = true;
+  };
+  nextMarker();
+  for (Integer j = 0; j < rows && inOrder; j++) {
+    row = customers->List(j).Utf8();
+    if (j > 0 && CompareIgnoringCase(previous, row) > 0) {
+      inOrder = false;
+      break;
+    }
+    while (haveMarker && inOrder && CompareIgnoringCase(marker, row) < 0) nextMarker();
+    if (inOrder && haveMarker && CompareIgnoringCase(marker, row) == 0) customers->setCellBold(j, 0, true);
+    previous = std::move(row);
   }
-  for (Integer j = 0; j < customers->ListCount(); j++) {
-    if (unpaidnames.count(FoldCase(customers->List(j).Utf8())) > 0) {
-      customers->setCellBold(j, 0, true);
+  // A marker out of order further down could have matched a row passed over.
+  while (inOrder && haveMarker) nextMarker();
+  if (!inOrder) {
+    std::unordered_set<std::string> unpaidnames;
+    unpaidnames.reserve(static_cast<std::size_t>(markers));
+    for (Integer k = 0; k < markers; k++) unpaidnames.insert(FoldCase(unpaid->List(k).Utf8()));
+    for (Integer j = 0; j < rows; j++) {
+      if (unpaidnames.count(FoldCase(customers->List(j).Utf8())) > 0) customers->setCellBold(j, 0, true);
     }
   }
   customers->InvalidateCell(-1, -1);

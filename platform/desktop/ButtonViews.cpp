@@ -112,11 +112,26 @@ void LabelView::Fit() {
 
 // ---- PopupView ---------------------------------------------------------------------------
 
+int PopupModel::rowCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : rows_; }
+
+QVariant PopupModel::data(const QModelIndex& index, int role) const {
+  if ((role != Qt::DisplayRole && role != Qt::EditRole) || !index.isValid() || index.row() >= popup_.ListCount())
+    return {};
+  return ToWidgetText(popup_.List(index.row()));
+}
+
+void PopupModel::Reset() {
+  beginResetModel();
+  rows_ = popup_.ListCount();
+  endResetModel();
+}
+
 PopupView::PopupView(PopupMenu& c, QWidget* form, DesktopScreen& screen)
-    : ControlView(c, screen), popup_(c), combo_(new QComboBox(form)) {
+    : ControlView(c, screen), popup_(c), combo_(new QComboBox(form)), model_(new PopupModel(c, combo_)) {
   combo_->setFocusPolicy(Qt::NoFocus);
   combo_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   combo_->setMinimumContentsLength(0);
+  combo_->setModel(model_);
   QObject::connect(combo_, &QComboBox::activated, combo_, [this](int row) {
     Guard([&] { popup_.UserSelect(row); });
     SyncIndex();
@@ -127,7 +142,13 @@ PopupView::PopupView(PopupMenu& c, QWidget* form, DesktopScreen& screen)
 
 void PopupView::Sync(Prop what) {
   switch (what) {
-    case Prop::Rows: SyncRows(); break;
+    case Prop::Rows:
+      // A refill adds its rows one by one: they are taken in once, when the event loop comes round.
+      if (!rowsPending_) {
+        rowsPending_ = true;
+        QMetaObject::invokeMethod(combo_, [this] { SyncRows(); }, Qt::QueuedConnection);
+      }
+      break;
     case Prop::ListIndex:
     case Prop::Text: SyncIndex(); break;
     default: ControlView::Sync(what); break;
@@ -135,16 +156,14 @@ void PopupView::Sync(Prop what) {
 }
 
 void PopupView::SyncRows() {
+  rowsPending_ = false;
   const QSignalBlocker block(combo_);
-  combo_->clear();
-  QStringList rows;
-  rows.reserve(popup_.ListCount());
-  for (Integer i = 0; i < popup_.ListCount(); ++i) rows << ToWidgetText(popup_.List(i));
-  combo_->addItems(rows);
+  model_->Reset();
   SyncIndex();
 }
 
 void PopupView::SyncIndex() {
+  if (rowsPending_) return;
   const QSignalBlocker block(combo_);
   combo_->setCurrentIndex(popup_.ListIndex() < combo_->count() ? popup_.ListIndex() : -1);
 }

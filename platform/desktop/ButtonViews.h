@@ -2,6 +2,7 @@
 // the keyboard focus: a click on a button leaves it where it was.
 #pragma once
 
+#include <QAbstractListModel>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
@@ -23,6 +24,20 @@ class LabelView : public ControlView {
   QLabel* label_;
 };
 
+// The rows of a popup as the combo box sees them: read from the control itself, no copy. The
+// count is the one of the last reset, so that Qt's view of the rows only changes at a reset.
+class PopupModel : public QAbstractListModel {
+ public:
+  PopupModel(PopupMenu& popup, QObject* parent) : QAbstractListModel(parent), popup_(popup) {}
+  int rowCount(const QModelIndex& parent = QModelIndex()) const override;
+  QVariant data(const QModelIndex& index, int role) const override;
+  void Reset();
+
+ private:
+  PopupMenu& popup_;
+  int rows_ = 0;
+};
+
 class PopupView : public ControlView {
  public:
   PopupView(PopupMenu& c, QWidget* form, DesktopScreen& screen);
@@ -34,6 +49,8 @@ class PopupView : public ControlView {
   void SyncIndex();
   PopupMenu& popup_;
   QComboBox* combo_;
+  PopupModel* model_;
+  bool rowsPending_ = false;
 };
 
 class ButtonView : public ControlView {

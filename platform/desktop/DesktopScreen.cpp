@@ -15,6 +15,7 @@
 #include <cctype>
 
 #include "ControlView.h"
+#include "DesktopStyle.h"
 #include "KeyMap.h"
 #include "MenuBarView.h"
 #include "PrintDialogs.h"
@@ -60,6 +61,7 @@ DesktopScreen::DesktopScreen() {
   // The platform decides when the program ends: hiding the last window is no quit.
   QGuiApplication::setQuitOnLastWindowClosed(false);
   qApp->installEventFilter(this);
+  UseDesktopStyle();
   TakeDefaultPaperFromPrinter();
 }
 
@@ -73,6 +75,7 @@ DesktopScreen::~DesktopScreen() {
 // ---- the simple services -----------------------------------------------------------------
 
 void DesktopScreen::MsgBox(const String& text) {
+  ReleaseViews();
   OutermostScope outermost;
   QMessageBox box(QMessageBox::NoIcon, QString(), ToWidgetText(text), QMessageBox::Ok, FrontWidget());
   box.setWindowModality(Qt::ApplicationModal);
@@ -99,6 +102,7 @@ void DesktopScreen::Quit(Integer code) {
 
 void DesktopScreen::UnhandledException(const RuntimeException& e) {
   const QString text = ExceptionText(e.ClassName(), e.what());
+  ReleaseViews();
   auto show = [this, text] {
     OutermostScope outermost;
     QMessageBox box(QMessageBox::Critical, QString(), text, QMessageBox::Ok, FrontWidget());
@@ -114,6 +118,7 @@ void DesktopScreen::UnhandledException(const RuntimeException& e) {
 }
 
 void DesktopScreen::RunModal(Window& w) {
+  ReleaseViews();
   if (quitRequested_ || !w.Visible() || !ViewOf(w)) return;
   OutermostScope outermost;
   QEventLoop loop;
@@ -125,11 +130,13 @@ void DesktopScreen::RunModal(Window& w) {
 }
 
 Ref<FolderItem> DesktopScreen::OpenFileDialog(const String& filter) {
+  ReleaseViews();
   OutermostScope outermost;
   return RunOpenFileDialog(filter, FrontWidget());
 }
 
 std::optional<Integer> DesktopScreen::ContextualMenu(const std::vector<String>& rows) {
+  ReleaseViews();
   OutermostScope outermost;
   QMenu menu(FrontWidget());
   for (std::size_t i = 0; i < rows.size(); ++i) {
@@ -143,11 +150,13 @@ std::optional<Integer> DesktopScreen::ContextualMenu(const std::vector<String>& 
 }
 
 std::unique_ptr<PageSurface> DesktopScreen::PrintDialog(const PrinterSetup* setup) {
+  ReleaseViews();
   OutermostScope outermost;
   return RunPrintDialog(setup, nullptr);
 }
 
 bool DesktopScreen::PageSetupDialog(PrinterSetup& setup) {
+  ReleaseViews();
   OutermostScope outermost;
   return RunPageSetupDialog(setup);
 }
@@ -155,11 +164,18 @@ bool DesktopScreen::PageSetupDialog(PrinterSetup& setup) {
 // ---- the notices -------------------------------------------------------------------------
 
 void DesktopScreen::WindowShown(Window& w) {
+  if (holding_) return;
   auto& view = views_[&w];
   if (!view) view = std::make_unique<WindowView>(w, *this);
   view->Present();
   if (Control* focus = w.Focus()) view->FocusTo(focus);
   RefreshMenus();
+}
+
+void DesktopScreen::ReleaseViews() {
+  if (!holding_) return;
+  holding_ = false;
+  for (Window* w : WindowRegistry::Shown()) WindowShown(*w);
 }
 
 void DesktopScreen::WindowHidden(Window& w) {

@@ -43,6 +43,13 @@ class DesktopScreen : public QObject, public Screen {
   void ControlChanged(Control& c, Prop what) override;
   void FocusChanged(Window& w, Control* c) override;
 
+  // While the program starts, a window that shows is noted and gets its widgets only when the start
+  // is over (or a dialog has to come up first): the preferences and stock windows show and hide
+  // again during the start, and building their widgets would be wasted. Release builds the
+  // widgets of the windows that still show, back to front.
+  void HoldViews() { holding_ = true; }
+  void ReleaseViews();
+
   // Whether Quit was asked, and with which code: a quit before the event loop runs (during the
   // start) is kept for main to see.
   bool QuitRequested() const { return quitRequested_; }
@@ -71,6 +78,7 @@ class DesktopScreen : public QObject, public Screen {
  private:
   std::map<const Window*, std::unique_ptr<WindowView>> views_;
   std::map<const Window*, std::vector<QEventLoop*>> loops_;
+  bool holding_ = false;
   bool quitRequested_ = false;
   int quitCode_ = 0;
   int painting_ = 0;

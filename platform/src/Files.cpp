@@ -2,7 +2,9 @@
 #include <dirent.h>
 #include <fcntl.h>
 #include <pwd.h>
+#include <sys/inotify.h>
 #include <sys/stat.h>
+#include <sys/statfs.h>
 #include <sys/types.h>
 #include <unistd.h>
 
@@ -18,6 +20,7 @@
 #include <numeric>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "CaseFold.h"
@@ -66,7 +69,11 @@ int CompareLowered(std::string_view a, std::string_view b) {
 }
 
 std::string Join(const std::string& folder, const std::string& name) {
-  return folder == "/" ? "/" + name : folder + "/" + name;
+  if (folder == "/") return "/" + name;
+  std::string path;
+  path.reserve(folder.size() + 1 + name.size());
+  path.append(folder).append(1, '/').append(name);
+  return path;
 }
 
 bool IsFolder(const std::string& path) {
@@ -167,6 +174,237 @@ std::string& ProgramFolderOverride() {
   return path;
 }
 
+using Listing = std::vector<std::string>;
+
+// The place of a name in a folder's listing: the shown name with case folded away, ties by the
+// bytes. An ASCII name's key is the name with its letters lowered, which CompareLowered does as it
+// goes; only other names have their key made.
+std::string KeyOf(const std::string& name) { return IsAsciiText(name) ? name : FoldCase(ShownName(name)); }
+
+int CompareKeys(const std::string& a, const std::string& b) {
+  const bool plainA = IsAsciiText(a), plainB = IsAsciiText(b);
+  if (plainA && plainB) return CompareLowered(a, b);
+  return CompareLowered(plainA ? a : KeyOf(a), plainB ? b : KeyOf(b));
+}
+
+// Compares an entry's key with a key already made.
+int CompareWithKey(const std::string& entry, const std::string& key) {
+  return IsAsciiText(entry) ? CompareLowered(entry, key) : CompareLowered(KeyOf(entry), key);
+}
+
+bool ListedBefore(const std::string& a, const std::string& b) {
+  const int byKey = CompareKeys(a, b);
+  return byKey != 0 ? byKey < 0 : a < b;
+}
+
+Listing SortedListing(std::vector<std::string> names) {
+  constexpr std::uint32_t kOwnKey = UINT32_MAX;
+  std::vector<std::string> keys;
+  std::vector<std::uint32_t> keyOf(names.size(), kOwnKey);
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    if (IsAsciiText(names[i])) continue;
+    keyOf[i] = static_cast<std::uint32_t>(keys.size());
+    keys.push_back(FoldCase(ShownName(names[i])));
+  }
+  auto keyFor = [&](std::uint32_t i) -> const std::string& {
+    return keyOf[i] == kOwnKey ? names[i] : keys[keyOf[i]];
+  };
+  // Sorted by the first eight bytes of the key held as a number, which settles nearly every
+  // comparison without a visit to the names; equal beginnings compare in full.
+  struct Entry {
+    std::uint64_t head;
+    std::uint32_t index;
+  };
+  std::vector<Entry> order(names.size());
+  for (std::uint32_t i = 0; i < order.size(); ++i) {
+    const std::string& key = keyFor(i);
+    std::uint64_t head = 0;
+    for (std::size_t k = 0; k < 8; ++k) head = (head << 8) | (k < key.size() ? LowerAscii(key[k]) : 0);
+    order[i] = {head, i};
+  }
+  std::sort(order.begin(), order.end(), [&](const Entry& a, const Entry& b) {
+    if (a.head != b.head) return a.head < b.head;
+    const int byKey = CompareLowered(keyFor(a.index), keyFor(b.index));
+    if (byKey != 0) return byKey < 0;
+    return names[a.index] < names[b.index];
+  });
+  Listing listing;
+  listing.reserve(names.size());
+  for (const Entry& e : order) listing.push_back(std::move(names[e.index]));
+  return listing;
+}
+
+// File systems whose every change passes through this machine's kernel, and so is reported.
+bool ChangesAreReported(const std::string& path) {
+  struct statfs fs {};
+  if (::statfs(path.c_str(), &fs) != 0) return false;
+  switch (static_cast<unsigned long>(fs.f_type)) {
+    case 0xEF53UL:      // ext2, ext3, ext4
+    case 0x58465342UL:  // xfs
+    case 0x9123683EUL:  // btrfs
+    case 0x01021994UL:  // tmpfs
+    case 0xF2F52010UL:  // f2fs
+    case 0x858458F6UL:  // ramfs
+      return true;
+    default: return false;
+  }
+}
+
+// Listings of folders read before, kept while the system reports no change in them. A saving
+// lists the same three folders each time, and a folder of a hundred thousand invoices takes
+// longer to read and sort than all the rest of the saving; with the listing kept, a file made or
+// removed is put into it or taken out, and the folder is not read again.
+//
+// The kernel's notices (inotify) are exact: a change, made by this program or any other, is
+// queued before the call that made it returns, so a listing is handed out only after every
+// waiting notice has been applied. A folder is watched from before its reading, so a change during
+// the reading is not lost; a folder that moved, went, or whose notices overflowed is read again.
+class ListingStore {
+ public:
+  static ListingStore& Instance() {
+    static ListingStore store;
+    return store;
+  }
+
+  // The listing of the folder at path as it stands now, if it is kept.
+  std::shared_ptr<const Listing> Find(const std::string& path) {
+    if (!Start()) return nullptr;
+    Drain();
+    const auto w = watchOf_.find(path);
+    if (w == watchOf_.end()) return nullptr;
+    const auto found = kept_.find(w->second);
+    if (found == kept_.end()) return nullptr;
+    Kept& k = found->second;
+    if (!k.listing || k.path != path) return nullptr;
+    // The path may lead elsewhere now, if a folder above it was moved.
+    struct stat st {};
+    if (::stat(path.c_str(), &st) != 0 || st.st_dev != k.dev || st.st_ino != k.ino) {
+      k.listing.reset();
+      return nullptr;
+    }
+    k.used = ++clock_;
+    return k.listing;
+  }
+
+  // Reads the folder and keeps its listing where the system will report its changes.
+  std::shared_ptr<const Listing> Read(const std::string& path) {
+    if (!Start() || !ChangesAreReported(path)) return std::make_shared<const Listing>(SortedListing(ReadFolder(path)));
+    constexpr std::uint32_t kMask = IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO | IN_DELETE_SELF |
+                                    IN_MOVE_SELF | IN_ONLYDIR;
+    const int wd = ::inotify_add_watch(fd_, path.c_str(), kMask);
+    if (wd < 0) return std::make_shared<const Listing>(SortedListing(ReadFolder(path)));
+    kept_[wd];
+    Drain();
+    auto found = kept_.find(wd);
+    const std::uint64_t before = found == kept_.end() ? 0 : found->second.notices;
+    struct stat st {};
+    const bool located = ::stat(path.c_str(), &st) == 0;
+    auto listing = std::make_shared<Listing>(SortedListing(ReadFolder(path)));
+    Drain();
+    found = kept_.find(wd);
+    if (found == kept_.end()) return listing;
+    Kept& k = found->second;
+    if (!located || k.notices != before) {
+      k.listing.reset();  // changed while it was read: read again next time
+      return listing;
+    }
+    if (!k.path.empty() && k.path != path) watchOf_.erase(k.path);
+    k.path = path;
+    k.dev = st.st_dev;
+    k.ino = st.st_ino;
+    k.listing = listing;
+    k.used = ++clock_;
+    watchOf_[path] = wd;
+    Trim();
+    return listing;
+  }
+
+ private:
+  struct Kept {
+    std::string path;
+    dev_t dev = 0;
+    ino_t ino = 0;
+    std::shared_ptr<Listing> listing;  // null: to be read again
+    std::uint64_t notices = 0;
+    std::uint64_t used = 0;
+  };
+
+  bool Start() {
+    if (!tried_) {
+      tried_ = true;
+      fd_ = ::inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
+    }
+    return fd_ >= 0;
+  }
+
+  void Drain() {
+    alignas(inotify_event) char buf[16384];
+    for (;;) {
+      const ssize_t n = ::read(fd_, buf, sizeof buf);
+      if (n <= 0) return;
+      for (ssize_t at = 0; at < n;) {
+        const auto* e = reinterpret_cast<const inotify_event*>(buf + at);
+        at += static_cast<ssize_t>(sizeof(inotify_event) + e->len);
+        Apply(*e);
+      }
+    }
+  }
+
+  void Apply(const inotify_event& e) {
+    if (e.mask & IN_Q_OVERFLOW) {
+      for (auto& [wd, k] : kept_) k.listing.reset(), ++k.notices;
+      return;
+    }
+    const auto found = kept_.find(e.wd);
+    if (found == kept_.end()) return;
+    Kept& k = found->second;
+    ++k.notices;
+    if (e.mask & IN_IGNORED) {
+      const auto w = watchOf_.find(k.path);
+      if (w != watchOf_.end() && w->second == e.wd) watchOf_.erase(w);
+      kept_.erase(found);
+      return;
+    }
+    if (!k.listing) return;
+    const std::string name = e.len > 0 ? std::string(e.name) : std::string();
+    if (name.empty() || !(e.mask & (IN_CREATE | IN_MOVED_TO | IN_DELETE | IN_MOVED_FROM))) {
+      k.listing.reset();
+      return;
+    }
+    // A listing still held by a FolderItem stays as it was; the store goes on with a copy.
+    if (k.listing.use_count() > 1) k.listing = std::make_shared<Listing>(*k.listing);
+    Listing& l = *k.listing;
+    const auto at = std::lower_bound(l.begin(), l.end(), name, ListedBefore);
+    const bool there = at != l.end() && *at == name;
+    if (e.mask & (IN_CREATE | IN_MOVED_TO)) {
+      if (!there) l.insert(at, name);
+    } else if (there) {
+      l.erase(at);
+    }
+  }
+
+  // Few folders are in use at once; the store keeps the listings of the latest.
+  void Trim() {
+    constexpr std::size_t kKeep = 16;
+    while (kept_.size() > kKeep) {
+      auto oldest = kept_.begin();
+      for (auto it = kept_.begin(); it != kept_.end(); ++it)
+        if (it->second.used < oldest->second.used) oldest = it;
+      const int wd = oldest->first;
+      const auto w = watchOf_.find(oldest->second.path);
+      if (w != watchOf_.end() && w->second == wd) watchOf_.erase(w);
+      kept_.erase(oldest);
+      ::inotify_rm_watch(fd_, wd);
+    }
+  }
+
+  bool tried_ = false;
+  int fd_ = -1;
+  std::unordered_map<int, Kept> kept_;           // by watch
+  std::unordered_map<std::string, int> watchOf_;  // by path
+  std::uint64_t clock_ = 0;
+};
+
 }  // namespace
 
 // ---- FolderItem ----------------------------------------------------------------------------
@@ -188,23 +426,31 @@ Ref<FolderItem> FolderItem::Child(const String& name) {
   if (::lstat(exact.c_str(), &st) == 0) return New<FolderItem>(exact);
   if (!IsFolder(path_)) return nil;
 
-  // An entry whose name differs only in case is this child; of several, the first in the
-  // folder's order. A new invoice's name is looked for here in a folder of thousands, so the
-  // entries are compared as they are read, and only a name that is not plain ASCII is folded.
+  // An entry whose name differs only in case is this child; of several, the lowest by bytes. A
+  // new invoice's name is looked for here in a folder of thousands: in a kept listing the names of
+  // the same key stand together, else the entries are compared as they are read, and only a name
+  // that is not plain ASCII is folded.
   const std::string key = FoldCase(onDisk);
+  auto same = [&key](std::string_view n) {
+    return IsAsciiText(n) ? n.size() == key.size() && CompareLowered(n, key) == 0 : FoldCase(std::string(n)) == key;
+  };
   std::string found;
   bool any = false;
-  if (DIR* dir = ::opendir(path_.c_str())) {
+  auto consider = [&](std::string_view n) {
+    if (same(n) && (!any || n < std::string_view(found))) {
+      found.assign(n);
+      any = true;
+    }
+  };
+  if (const auto listing = ListingStore::Instance().Find(path_)) {
+    const std::string shownKey = KeyOf(ShownName(onDisk));
+    auto at = std::lower_bound(listing->begin(), listing->end(), shownKey,
+                               [](const std::string& entry, const std::string& k) { return CompareWithKey(entry, k) < 0; });
+    for (; at != listing->end() && CompareWithKey(*at, shownKey) == 0; ++at) consider(*at);
+  } else if (DIR* dir = ::opendir(path_.c_str())) {
     while (const dirent* e = ::readdir(dir)) {
-      const std::size_t length = std::strlen(e->d_name);
-      const std::string_view n(e->d_name, length);
-      if (n == "." || n == "..") continue;
-      const bool same = IsAsciiText(n) ? length == key.size() && CompareLowered(n, key) == 0
-                                       : FoldCase(std::string(n)) == key;
-      if (same && (!any || n < std::string_view(found))) {
-        found.assign(n);
-        any = true;
-      }
+      const std::string_view n(e->d_name);
+      if (n != "." && n != "..") consider(n);
     }
     ::closedir(dir);
   }
@@ -212,45 +458,22 @@ Ref<FolderItem> FolderItem::Child(const String& name) {
 }
 
 void FolderItem::LoadListing() {
-  std::vector<std::string> names = ReadFolder(path_);
-  // The order is that of the keys (the shown name with case folded away), ties by the bytes. An
-  // ASCII name's key is the name with its letters lowered, which the comparison does as it goes;
-  // only the other names have their key made.
-  constexpr std::uint32_t kOwnKey = UINT32_MAX;
-  std::vector<std::string> keys;
-  std::vector<std::uint32_t> keyOf(names.size(), kOwnKey);
-  for (std::size_t i = 0; i < names.size(); ++i) {
-    if (IsAsciiText(names[i])) continue;
-    keyOf[i] = static_cast<std::uint32_t>(keys.size());
-    keys.push_back(FoldCase(ShownName(names[i])));
-  }
-  auto keyFor = [&](std::uint32_t i) -> const std::string& {
-    return keyOf[i] == kOwnKey ? names[i] : keys[keyOf[i]];
-  };
-  std::vector<std::uint32_t> order(names.size());
-  std::iota(order.begin(), order.end(), std::uint32_t{0});
-  std::sort(order.begin(), order.end(), [&](std::uint32_t a, std::uint32_t b) {
-    const int byKey = CompareLowered(keyFor(a), keyFor(b));
-    if (byKey != 0) return byKey < 0;
-    return names[a] < names[b];
-  });
-  listing_.clear();
-  listing_.reserve(names.size());
-  for (std::uint32_t i : order) listing_.push_back(std::move(names[i]));
+  listing_ = ListingStore::Instance().Find(path_);
+  if (!listing_) listing_ = ListingStore::Instance().Read(path_);
   listed_ = true;
 }
 
-// Count reads the folder afresh; Item hands out from the listing that Count (or the first Item)
-// read, so a loop of Count then Item(1) to Item(n) reads the folder once.
+// Count takes the folder as it stands now; Item hands out from the listing that Count (or the
+// first Item) took, so a loop of Count then Item(1) to Item(n) sees one listing throughout.
 Integer FolderItem::Count() {
   LoadListing();
-  return static_cast<Integer>(std::min<std::size_t>(listing_.size(), INT32_MAX));
+  return static_cast<Integer>(std::min<std::size_t>(listing_->size(), INT32_MAX));
 }
 
 Ref<FolderItem> FolderItem::Item(Integer i) {
   if (!listed_) LoadListing();
-  if (i < 1 || static_cast<std::size_t>(i) > listing_.size()) return nil;
-  return New<FolderItem>(Join(path_, listing_[static_cast<std::size_t>(i) - 1]));
+  if (i < 1 || static_cast<std::size_t>(i) > listing_->size()) return nil;
+  return New<FolderItem>(Join(path_, (*listing_)[static_cast<std::size_t>(i) - 1]));
 }
 
 bool FolderItem::Exists() {

@@ -1,11 +1,13 @@
 // Numbers to text and back: Str, Val, Format, CInt.
 #include <algorithm>
+#include <cctype>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
 #include <limits>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <system_error>
 
 #include "rb/String.h"
@@ -68,6 +70,15 @@ Double Val(const String& s) {
   while (p < end && (*p == ' ' || *p == '\t')) ++p;
   bool negative = false;
   if (p < end && (*p == '+' || *p == '-')) negative = *p++ == '-';
+
+  // A typed 1e400 is infinity, and Str and Format write it as "inf" (a value that is no number as
+  // "nan"); those words are read back, so that a field shows what the next sum counts.
+  if (end - p >= 3 && (std::string_view(p, 3) == "inf" || std::string_view(p, 3) == "nan") &&
+      (end - p == 3 || !std::isalnum(static_cast<unsigned char>(p[3])))) {
+    const double v = *p == 'i' ? std::numeric_limits<double>::infinity()
+                               : std::numeric_limits<double>::quiet_NaN();
+    return negative ? -v : v;
+  }
 
   // Mark out the number: digits, an optional point and digits, and an exponent only when digits
   // follow its letter and sign.

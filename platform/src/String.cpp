@@ -80,8 +80,13 @@ String String::FromBytes(std::string bytes, TextEncoding encoding) {
   return s;
 }
 
-std::string String::Utf8() const {
+std::string String::Utf8() const& {
   return ReadsAsUtf8(*this) ? bytes_ : MacRomanToUtf8(bytes_);
+}
+
+std::string String::Utf8() && {
+  if (ReadsAsUtf8(*this)) return std::move(bytes_);
+  return MacRomanToUtf8(bytes_);
 }
 
 String& String::operator+=(const String& other) {
@@ -216,6 +221,23 @@ bool IsValidUtf8(const std::string& bytes) {
 
 bool EqualsIgnoringCase(const std::string& utf8a, const std::string& utf8b) {
   return utf8a == utf8b || FoldCase(utf8a) == FoldCase(utf8b);
+}
+
+int CompareIgnoringCase(const std::string& utf8a, const std::string& utf8b) {
+  if (IsAscii(utf8a) && IsAscii(utf8b)) {
+    auto lower = [](char c) {
+      const auto u = static_cast<unsigned char>(c);
+      return u >= 'A' && u <= 'Z' ? static_cast<unsigned char>(u - 'A' + 'a') : u;
+    };
+    const std::size_t n = std::min(utf8a.size(), utf8b.size());
+    for (std::size_t k = 0; k < n; ++k) {
+      const unsigned char a = lower(utf8a[k]), b = lower(utf8b[k]);
+      if (a != b) return a < b ? -1 : 1;
+    }
+    return utf8a.size() < utf8b.size() ? -1 : utf8a.size() > utf8b.size() ? 1 : 0;
+  }
+  const int c = FoldCase(utf8a).compare(FoldCase(utf8b));
+  return c < 0 ? -1 : c > 0 ? 1 : 0;
 }
 
 bool LessIgnoringCase(const std::string& utf8a, const std::string& utf8b) {

@@ -192,6 +192,16 @@ TEST_F(FilesTest, ReadsPastTheEndGiveEmptyZeroAndFalse) {
   EXPECT_TRUE(in->ReadPString().IsEmpty());
 }
 
+TEST_F(FilesTest, AWriteAfterAReadGoesRightAfterTheFieldRead) {
+  WriteRaw(Path("mixed"), "\x02" "ab" "\x02" "cd" "\x02" "ef");
+  Ref<BinaryStream> s = Folder()->Child("mixed")->OpenAsBinaryFile(true);
+  EXPECT_EQ(s->ReadPString().Bytes(), "ab");
+  s->WritePString("xy");
+  EXPECT_EQ(s->ReadPString().Bytes(), "ef");
+  s->Close();
+  EXPECT_EQ(ReadRaw(Path("mixed")), "\x02" "ab" "\x02" "xy" "\x02" "ef");
+}
+
 TEST_F(FilesTest, ReadOnlyStreamWritesNothing) {
   WriteRaw(Path("ro"), "\x01" "x");
   Ref<BinaryStream> s = Folder()->Child("ro")->OpenAsBinaryFile(false);
@@ -365,6 +375,45 @@ TEST_F(FilesTest, ManyEntriesListInOrder) {
     }
     previous = name;
   }
+}
+
+// The platform keeps listings between readings; whatever happens to the folder, from this program
+// or from outside and in the same instant, the next Count and Child see the folder as it is.
+TEST_F(FilesTest, ListingFollowsEveryChangeToTheFolder) {
+  auto names = [](Ref<FolderItem> folder) {
+    std::vector<std::string> out;
+    const Integer n = folder->Count();
+    for (Integer i = 1; i <= n; ++i) out.push_back(folder->Item(i)->Name().Bytes());
+    return out;
+  };
+  Folder()->Child("inv")->CreateAsFolder();
+  const std::string inv = Path("inv");
+  for (const char* name : {"00002-b", "00001-a", "00003-C"}) WriteRaw(inv + "/" + name, "");
+  Ref<FolderItem> held = Folder()->Child("inv");
+  ASSERT_EQ(names(held), (std::vector<std::string>{"00001-a", "00002-b", "00003-C"}));
+
+  WriteRaw(inv + "/00000-z", "");
+  ::unlink((inv + "/00002-b").c_str());
+  std::filesystem::rename(inv + "/00001-a", inv + "/00004-A");
+  Folder()->Child("inv")->Child("00005-d")->CreateBinaryFile("prefs")->Close();
+  // The item that counted before still hands out what it counted.
+  EXPECT_EQ(held->Item(2)->Name().Bytes(), "00002-b");
+  EXPECT_EQ(names(Folder()->Child("inv")), (std::vector<std::string>{"00000-z", "00003-C", "00004-A", "00005-d"}));
+  EXPECT_EQ(Folder()->Child("inv")->Child("00003-c")->Name().Bytes(), "00003-C");
+  EXPECT_EQ(Folder()->Child("inv")->Child("00004-a")->Name().Bytes(), "00004-A");
+  WriteRaw(inv + "/00006-e", "");
+  EXPECT_EQ(Folder()->Child("inv")->Child("00006-E")->Name().Bytes(), "00006-e");
+
+  // The folder replaced by another of the same name, and the folder above it moved away.
+  std::filesystem::rename(inv, Path("old"));
+  Folder()->Child("inv")->CreateAsFolder();
+  WriteRaw(inv + "/fresh", "");
+  EXPECT_EQ(names(Folder()->Child("inv")), std::vector<std::string>{"fresh"});
+  std::filesystem::rename(dir_, outer_ + "/moved");
+  ASSERT_EQ(::mkdir(dir_.c_str(), 0700), 0);
+  EXPECT_TRUE(names(Folder()).empty());
+  EXPECT_EQ(Folder()->Child("INV")->Name().Bytes(), "INV");
+  EXPECT_FALSE(Folder()->Child("INV")->Exists());
 }
 
 TEST_F(FilesTest, ExistsDeleteAndCreateAsFolder) {

@@ -95,6 +95,19 @@ TEST(Val, ReadsTheCharactersShown) {
   EXPECT_EQ(Val(String("1e-999")), 0);
 }
 
+TEST(Val, ReadsBackWhatStrAndFormatWriteForValuesBeyondNumbers) {
+  const double inf = std::numeric_limits<double>::infinity();
+  for (double v : {inf, -inf}) {
+    EXPECT_EQ(Val(Str(v)), v) << S(Str(v));
+    EXPECT_EQ(Val(Format(v, "00.00")), v) << S(Format(v, "00.00"));
+  }
+  EXPECT_TRUE(std::isnan(Val(Str(std::nan("")))));
+  // Only the words as they are written: other text that begins with them is no number.
+  EXPECT_EQ(Val(String("info")), 0);
+  EXPECT_EQ(Val(String("nancy")), 0);
+  EXPECT_EQ(Val(String("Inf")), 0);
+}
+
 TEST(Format, AmountMask) {
   struct Case {
     double value;
@@ -118,6 +131,7 @@ TEST(Format, AmountMask) {
       {-0.005, "-00.01"},
       {0.005, "00.01"},
       {1e6, "1000000.00"},
+      {-1e20, "-100000000000000000000.00"},  // too large to be worked out in whole units
   };
   for (const Case& c : cases) EXPECT_EQ(S(Format(c.value, "00.00")), c.text) << c.value;
 }
@@ -129,6 +143,7 @@ TEST(Format, NumberMask) {
   EXPECT_EQ(S(Format(12.5, "00000")), "00013");
   EXPECT_EQ(S(Format(0, "00000")), "00000");
   EXPECT_EQ(S(Format(16777216.0f, "00000")), "16777216");
+  EXPECT_EQ(S(Format(1e19, "00000")), "10000000000000000000");
 }
 
 // Away from exact ties, the standard library's correctly rounded fixed form must agree.

@@ -1,6 +1,7 @@
 // Files, folders and streams.
 #pragma once
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -43,7 +44,8 @@ class FolderItem {
   void LoadListing();
   std::string path_;
   bool listed_ = false;
-  std::vector<std::string> listing_;  // on-disk names, sorted
+  // On-disk names, sorted; shared with the platform's store of listings and never changed.
+  std::shared_ptr<const std::vector<std::string>> listing_;
 };
 
 // "" gives the program's folder; otherwise what AbsolutePath gave, or nil.

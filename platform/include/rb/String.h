@@ -30,7 +30,9 @@ class String {
 
   // The characters as UTF-8: UTF8 as is; MacRoman converted; None read as UTF-8 when the bytes are
   // valid UTF-8 and as Mac Roman otherwise.
-  std::string Utf8() const;
+  std::string Utf8() const&;
+  // The same from a string that goes away afterwards: UTF-8 bytes are handed over, not copied.
+  std::string Utf8() &&;
 
   // Exact comparison of the characters shown, case included.
   bool SameAs(const String& other) const { return Utf8() == other.Utf8(); }
@@ -66,6 +68,9 @@ std::string FoldCase(const std::string& utf8);
 std::string FoldCase(std::string&& utf8);
 // Orders names ignoring case; ties broken by the bytes, so the order is total and stable.
 bool LessIgnoringCase(const std::string& utf8a, const std::string& utf8b);
+// Compares the case-folded keys of two texts: below, at or above 0 as a's key sorts before, equal
+// to or after b's. Plain ASCII is compared as it stands, with nothing made.
+int CompareIgnoringCase(const std::string& utf8a, const std::string& utf8b);
 
 // Numbers. Str has three separate forms; a Single is printed to a Single's precision.
 String Str(Integer v);
