@@ -33,8 +33,10 @@ std::vector<std::string> ListFolder(const std::string& path) {
   return names;
 }
 
+// Written from the start over what is there, as the program writes its files (a file emptied
+// first would cost the file system a flush at its closing).
 void WriteFile(const std::string& path, const std::string& bytes) {
-  const int fd = ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+  const int fd = ::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0666);
   if (fd < 0) return;
   if (::write(fd, bytes.data(), bytes.size()) < 0) {
     // nothing to be done in a floor

@@ -1,5 +1,7 @@
 // The lists that are the folders: customers (the invoices), names (the name book) and unpaid; and
 // the name book's namefiles, one per customer, holding the address.
+#include <utility>
+
 #include "core/Module1.h"
 #include "invoice/iwindow.h"
 
@@ -17,7 +19,7 @@ void FillFromFolder(List* list, const String& folder) {
     Integer n = Module1::f->Count();
     for (Integer i = 1; i <= n; i++) {
       String name = Module1::f->Item(i)->Name();
-      if (Left(name, 1) != ".") list->AddRow(name);
+      if (Left(name, 1) != ".") list->AddRow(std::move(name));
     }
   } else {
     Module1::f->CreateAsFolder();

@@ -52,8 +52,9 @@ void iwindow::markthem() {
       inOrder = false;
       break;
     }
-    while (haveMarker && inOrder && CompareIgnoringCase(marker, row) < 0) nextMarker();
-    if (inOrder && haveMarker && CompareIgnoringCase(marker, row) == 0) customers->setCellBold(j, 0, true);
+    int order = 1;
+    while (haveMarker && inOrder && (order = CompareIgnoringCase(marker, row)) < 0) nextMarker();
+    if (inOrder && haveMarker && order == 0) customers->setCellBold(j, 0, true);
     previous = std::move(row);
   }
   // A marker out of order further down could have matched a row passed over.

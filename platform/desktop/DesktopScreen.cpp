@@ -62,7 +62,9 @@ DesktopScreen::DesktopScreen() {
   QGuiApplication::setQuitOnLastWindowClosed(false);
   qApp->installEventFilter(this);
   UseDesktopStyle();
-  TakeDefaultPaperFromPrinter();
+  // Asking the printer loads the system's print support, which would lengthen every start; it is
+  // asked when the first page is set up or printed.
+  PrinterSetup::SetDefaultPaperSource(TakeDefaultPaperFromPrinter);
 }
 
 DesktopScreen::~DesktopScreen() {

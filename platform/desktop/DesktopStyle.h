@@ -1,7 +1,7 @@
 // The program's widget style: the one the program asked for (Fusion), with one difference in how
-// it gets there. The menu bar's overflow arrows are read as PNG straight away; asked for in the
-// ordinary way, each start would load every image format plugin on the system to learn that a
-// PNG file is a PNG, which takes longer than building the main window.
+// it gets there. The menu bar's overflow arrows are read as PNG, and only when they are first
+// drawn; asked for in the ordinary way, every menu bar made would load each image format plugin
+// on the system to learn that a PNG file is a PNG, which takes longer than building the window.
 #pragma once
 
 #include <QProxyStyle>

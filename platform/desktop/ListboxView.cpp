@@ -267,15 +267,16 @@ QWidget* ListboxView::widget() const { return table_; }
 void ListboxView::Sync(Prop what) {
   switch (what) {
     case Prop::Rows:
+      // A refill sends one notice a row: the first asks for the flush, which repaints.
       if (!rowsPending_) {
         rowsPending_ = true;
         QMetaObject::invokeMethod(table_, [this] { FlushRows(); }, Qt::QueuedConnection);
+        table_->viewport()->update();
       }
-      table_->viewport()->update();
       break;
     case Prop::Cell:
     case Prop::TextColor:
-      table_->viewport()->update();
+      if (!rowsPending_) table_->viewport()->update();
       break;
     case Prop::ListIndex: SyncSelection(); break;
     case Prop::Edit: SyncEdit(); break;

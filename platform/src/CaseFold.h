@@ -2,7 +2,12 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 // The text with case folded away (full folding: "ß" and "SS" give the same key) and in composed
 // form, as UTF-8. Two texts are equal ignoring case exactly when their keys are equal.
 std::string FoldCase(const std::string& utf8);
+
+// Whether every byte is below 0x80; eight bytes at a time, since names and amounts are tested at
+// every comparison.
+bool IsAsciiText(std::string_view s);

@@ -47,10 +47,6 @@ String NameString(std::string bytes) {
   return String::FromBytes(std::move(bytes), tag);
 }
 
-bool IsAsciiText(std::string_view s) {
-  return std::all_of(s.begin(), s.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-}
-
 unsigned char LowerAscii(char c) {
   const auto u = static_cast<unsigned char>(c);
   return u >= 'A' && u <= 'Z' ? static_cast<unsigned char>(u - 'A' + 'a') : u;
@@ -68,8 +64,8 @@ int CompareLowered(std::string_view a, std::string_view b) {
   return a.size() < b.size() ? -1 : a.size() > b.size() ? 1 : 0;
 }
 
-std::string Join(const std::string& folder, const std::string& name) {
-  if (folder == "/") return "/" + name;
+std::string Join(const std::string& folder, std::string_view name) {
+  if (folder == "/") return "/" + std::string(name);
   std::string path;
   path.reserve(folder.size() + 1 + name.size());
   path.append(folder).append(1, '/').append(name);
@@ -87,9 +83,10 @@ bool IsRegularFile(const std::string& path) {
 }
 
 // The entries of a folder, "." and ".." left out; empty when it can't be read.
-std::vector<std::string> ReadFolder(const std::string& path) {
+std::vector<std::string> ReadFolder(const std::string& path, bool* read = nullptr) {
   std::vector<std::string> names;
   DIR* dir = ::opendir(path.c_str());
+  if (read) *read = dir != nullptr;
   if (!dir) return names;
   while (const dirent* e = ::readdir(dir)) {
     if (std::strcmp(e->d_name, ".") == 0 || std::strcmp(e->d_name, "..") == 0) continue;
@@ -174,27 +171,82 @@ std::string& ProgramFolderOverride() {
   return path;
 }
 
-using Listing = std::vector<std::string>;
+}  // namespace
+
+// A folder's names in their order, one after another in one block of memory: a listing of a
+// hundred thousand invoices is walked from end to end at every saving, and names read in the
+// order they lie in memory cost a fraction of names scattered over the heap.
+struct rbi::FolderListing {
+  std::string chars;
+  std::vector<std::uint32_t> ends;  // where each name ends in chars
+
+  std::size_t size() const { return ends.size(); }
+  std::string_view operator[](std::size_t i) const {
+    const std::uint32_t begin = i == 0 ? 0 : ends[i - 1];
+    return std::string_view(chars).substr(begin, ends[i] - begin);
+  }
+  void Append(std::string_view name) {
+    chars.append(name);
+    ends.push_back(static_cast<std::uint32_t>(chars.size()));
+  }
+  void Insert(std::size_t at, std::string_view name) {
+    const std::uint32_t begin = at == 0 ? 0 : ends[at - 1];
+    chars.insert(begin, name);
+    ends.insert(ends.begin() + static_cast<std::ptrdiff_t>(at), begin);
+    for (std::size_t k = at; k < ends.size(); ++k) ends[k] += static_cast<std::uint32_t>(name.size());
+  }
+  void Erase(std::size_t at) {
+    const std::uint32_t begin = at == 0 ? 0 : ends[at - 1];
+    const std::uint32_t length = ends[at] - begin;
+    chars.erase(begin, length);
+    ends.erase(ends.begin() + static_cast<std::ptrdiff_t>(at));
+    for (std::size_t k = at; k < ends.size(); ++k) ends[k] -= length;
+  }
+};
+
+namespace {
+
+using Listing = rbi::FolderListing;
 
 // The place of a name in a folder's listing: the shown name with case folded away, ties by the
 // bytes. An ASCII name's key is the name with its letters lowered, which CompareLowered does as it
 // goes; only other names have their key made.
-std::string KeyOf(const std::string& name) { return IsAsciiText(name) ? name : FoldCase(ShownName(name)); }
+// A name that is not UTF-8 shows as Mac Roman (Name), and is found again by what it shows.
+std::string KeyOf(std::string_view name) {
+  const std::string shown = ShownName(std::string(name));
+  return FoldCase(IsValidUtf8(shown) ? shown : MacRomanToUtf8(shown));
+}
 
-int CompareKeys(const std::string& a, const std::string& b) {
+int CompareKeys(std::string_view a, std::string_view b) {
   const bool plainA = IsAsciiText(a), plainB = IsAsciiText(b);
   if (plainA && plainB) return CompareLowered(a, b);
-  return CompareLowered(plainA ? a : KeyOf(a), plainB ? b : KeyOf(b));
+  const std::string keyA = plainA ? std::string(a) : KeyOf(a), keyB = plainB ? std::string(b) : KeyOf(b);
+  return CompareLowered(keyA, keyB);
 }
 
 // Compares an entry's key with a key already made.
-int CompareWithKey(const std::string& entry, const std::string& key) {
+int CompareWithKey(std::string_view entry, const std::string& key) {
   return IsAsciiText(entry) ? CompareLowered(entry, key) : CompareLowered(KeyOf(entry), key);
 }
 
-bool ListedBefore(const std::string& a, const std::string& b) {
+bool ListedBefore(std::string_view a, std::string_view b) {
   const int byKey = CompareKeys(a, b);
   return byKey != 0 ? byKey < 0 : a < b;
+}
+
+// The first place in l whose entry does not come before: by name, or by key alone.
+template <class Before>
+std::size_t FirstNotBefore(const Listing& l, Before before) {
+  std::size_t lo = 0, hi = l.size();
+  while (lo < hi) {
+    const std::size_t mid = lo + (hi - lo) / 2;
+    if (before(l[mid])) {
+      lo = mid + 1;
+    } else {
+      hi = mid;
+    }
+  }
+  return lo;
 }
 
 Listing SortedListing(std::vector<std::string> names) {
@@ -204,7 +256,7 @@ Listing SortedListing(std::vector<std::string> names) {
   for (std::size_t i = 0; i < names.size(); ++i) {
     if (IsAsciiText(names[i])) continue;
     keyOf[i] = static_cast<std::uint32_t>(keys.size());
-    keys.push_back(FoldCase(ShownName(names[i])));
+    keys.push_back(KeyOf(names[i]));
   }
   auto keyFor = [&](std::uint32_t i) -> const std::string& {
     return keyOf[i] == kOwnKey ? names[i] : keys[keyOf[i]];
@@ -229,8 +281,11 @@ Listing SortedListing(std::vector<std::string> names) {
     return names[a.index] < names[b.index];
   });
   Listing listing;
-  listing.reserve(names.size());
-  for (const Entry& e : order) listing.push_back(std::move(names[e.index]));
+  std::size_t total = 0;
+  for (const std::string& n : names) total += n.size();
+  listing.chars.reserve(total);
+  listing.ends.reserve(names.size());
+  for (const Entry& e : order) listing.Append(names[e.index]);
   return listing;
 }
 
@@ -289,8 +344,9 @@ class ListingStore {
   // Reads the folder and keeps its listing where the system will report its changes.
   std::shared_ptr<const Listing> Read(const std::string& path) {
     if (!Start() || !ChangesAreReported(path)) return std::make_shared<const Listing>(SortedListing(ReadFolder(path)));
+    // IN_ATTRIB: a folder that could not be read may become readable.
     constexpr std::uint32_t kMask = IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO | IN_DELETE_SELF |
-                                    IN_MOVE_SELF | IN_ONLYDIR;
+                                    IN_MOVE_SELF | IN_ATTRIB | IN_ONLYDIR;
     const int wd = ::inotify_add_watch(fd_, path.c_str(), kMask);
     if (wd < 0) return std::make_shared<const Listing>(SortedListing(ReadFolder(path)));
     kept_[wd];
@@ -299,12 +355,13 @@ class ListingStore {
     const std::uint64_t before = found == kept_.end() ? 0 : found->second.notices;
     struct stat st {};
     const bool located = ::stat(path.c_str(), &st) == 0;
-    auto listing = std::make_shared<Listing>(SortedListing(ReadFolder(path)));
+    bool read = false;
+    auto listing = std::make_shared<Listing>(SortedListing(ReadFolder(path, &read)));
     Drain();
     found = kept_.find(wd);
     if (found == kept_.end()) return listing;
     Kept& k = found->second;
-    if (!located || k.notices != before) {
+    if (!located || !read || k.notices != before) {
       k.listing.reset();  // changed while it was read: read again next time
       return listing;
     }
@@ -367,19 +424,20 @@ class ListingStore {
     }
     if (!k.listing) return;
     const std::string name = e.len > 0 ? std::string(e.name) : std::string();
-    if (name.empty() || !(e.mask & (IN_CREATE | IN_MOVED_TO | IN_DELETE | IN_MOVED_FROM))) {
-      k.listing.reset();
+    if (name.empty()) {
+      k.listing.reset();  // the folder itself moved, went, or changed its permissions
       return;
     }
+    if (!(e.mask & (IN_CREATE | IN_MOVED_TO | IN_DELETE | IN_MOVED_FROM))) return;  // an entry's attributes
     // A listing still held by a FolderItem stays as it was; the store goes on with a copy.
     if (k.listing.use_count() > 1) k.listing = std::make_shared<Listing>(*k.listing);
     Listing& l = *k.listing;
-    const auto at = std::lower_bound(l.begin(), l.end(), name, ListedBefore);
-    const bool there = at != l.end() && *at == name;
+    const std::size_t at = FirstNotBefore(l, [&name](std::string_view entry) { return ListedBefore(entry, name); });
+    const bool there = at < l.size() && l[at] == name;
     if (e.mask & (IN_CREATE | IN_MOVED_TO)) {
-      if (!there) l.insert(at, name);
+      if (!there) l.Insert(at, name);
     } else if (there) {
-      l.erase(at);
+      l.Erase(at);
     }
   }
 
@@ -431,8 +489,9 @@ Ref<FolderItem> FolderItem::Child(const String& name) {
   // the same key stand together, else the entries are compared as they are read, and only a name
   // that is not plain ASCII is folded.
   const std::string key = FoldCase(onDisk);
-  auto same = [&key](std::string_view n) {
-    return IsAsciiText(n) ? n.size() == key.size() && CompareLowered(n, key) == 0 : FoldCase(std::string(n)) == key;
+  const std::string shownKey = KeyOf(onDisk);
+  auto same = [&key, &shownKey](std::string_view n) {
+    return IsAsciiText(n) ? n.size() == key.size() && CompareLowered(n, key) == 0 : KeyOf(n) == shownKey;
   };
   std::string found;
   bool any = false;
@@ -443,10 +502,10 @@ Ref<FolderItem> FolderItem::Child(const String& name) {
     }
   };
   if (const auto listing = ListingStore::Instance().Find(path_)) {
-    const std::string shownKey = KeyOf(ShownName(onDisk));
-    auto at = std::lower_bound(listing->begin(), listing->end(), shownKey,
-                               [](const std::string& entry, const std::string& k) { return CompareWithKey(entry, k) < 0; });
-    for (; at != listing->end() && CompareWithKey(*at, shownKey) == 0; ++at) consider(*at);
+    std::size_t at = FirstNotBefore(*listing, [&shownKey](std::string_view entry) {
+      return CompareWithKey(entry, shownKey) < 0;
+    });
+    for (; at < listing->size() && CompareWithKey((*listing)[at], shownKey) == 0; ++at) consider((*listing)[at]);
   } else if (DIR* dir = ::opendir(path_.c_str())) {
     while (const dirent* e = ::readdir(dir)) {
       const std::string_view n(e->d_name);
@@ -485,7 +544,10 @@ bool FolderItem::Directory() { return IsFolder(path_); }
 
 String FolderItem::Name() {
   if (path_ == "/") return String();
-  return NameString(ShownName(path_.substr(path_.rfind('/') + 1)));
+  std::string leaf = path_.substr(path_.rfind('/') + 1);
+  // Plain ASCII holds no stored slash and is UTF-8 as it stands.
+  if (IsAsciiText(leaf)) return String::FromBytes(std::move(leaf), TextEncoding::UTF8);
+  return NameString(ShownName(leaf));
 }
 
 String FolderItem::AbsolutePath() { return NameString(path_); }

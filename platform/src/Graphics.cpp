@@ -125,6 +125,11 @@ namespace {
 double gDefaultPaperWidth = 595;  // A4, portrait
 double gDefaultPaperHeight = 842;
 
+std::function<void()>& DefaultPaperSource() {
+  static std::function<void()> source;
+  return source;
+}
+
 std::string PointsText(double v) {
   std::ostringstream out;
   out.precision(10);
@@ -138,30 +143,55 @@ void PrinterSetup::SetDefaultPaper(double widthPt, double heightPt) {
   gDefaultPaperHeight = heightPt;
 }
 
-PrinterSetup::PrinterSetup() : paperWidth(gDefaultPaperWidth), paperHeight(gDefaultPaperHeight) {}
+void PrinterSetup::SetDefaultPaperSource(std::function<void()> source) { DefaultPaperSource() = std::move(source); }
+
+PrinterSetup::PrinterSetup()
+    : paperWidth(gDefaultPaperWidth),
+      paperHeight(gDefaultPaperHeight),
+      provisional_(static_cast<bool>(DefaultPaperSource())),
+      madeWidth_(gDefaultPaperWidth),
+      madeHeight_(gDefaultPaperHeight) {}
+
+void PrinterSetup::TakeUpDefaultPaper() {
+  if (!provisional_) return;
+  if (std::function<void()> source = std::move(DefaultPaperSource())) {
+    DefaultPaperSource() = nullptr;
+    source();
+  }
+  provisional_ = false;
+  if (!chosenByUser && paperWidth == madeWidth_ && paperHeight == madeHeight_) {
+    paperWidth = gDefaultPaperWidth;
+    paperHeight = gDefaultPaperHeight;
+  }
+}
 
 Integer PrinterSetup::PageWidth() const {
+  const_cast<PrinterSetup*>(this)->TakeUpDefaultPaper();
   return static_cast<Integer>(std::lround(Landscape ? paperHeight : paperWidth));
 }
 
 Integer PrinterSetup::PageHeight() const {
+  const_cast<PrinterSetup*>(this)->TakeUpDefaultPaper();
   return static_cast<Integer>(std::lround(Landscape ? paperWidth : paperHeight));
 }
 
 // "paper=595x842;landscape=0": the portrait paper in points and the orientation. Nothing reads it
-// back.
+// back, so it asks no printer: before the first print it may still name the page the platform
+// assumes.
 String PrinterSetup::SetupString() const {
   return String("paper=" + PointsText(paperWidth) + "x" + PointsText(paperHeight) +
                 ";landscape=" + (Landscape ? "1" : "0"));
 }
 
 bool PrinterSetup::PageSetupDialog(void* /*parent*/) {
+  TakeUpDefaultPaper();
   const bool confirmed = CurrentScreen().PageSetupDialog(*this);
   if (confirmed) chosenByUser = true;
   return confirmed;
 }
 
 Ref<Graphics> OpenPrinterDialog(const Ref<PrinterSetup>& setup, void* /*parent*/) {
+  if (setup != nil) setup->TakeUpDefaultPaper();
   std::unique_ptr<PageSurface> surface = CurrentScreen().PrintDialog(setup.get());
   if (!surface) return nil;
   return New<Graphics>(std::move(surface));

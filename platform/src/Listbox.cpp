@@ -9,17 +9,34 @@ void Listbox::CheckRow(Integer row) const {
   if (row < 0 || row >= ListCount()) throw OutOfBoundsException();
 }
 
-void Listbox::AddRow(const String& text) {
+namespace {
+
+String AsUtf8(String&& text) {
+  if (text.Encoding() == TextEncoding::UTF8) return std::move(text);
+  return String::FromBytes(std::move(text).Utf8(), TextEncoding::UTF8);
+}
+
+}  // namespace
+
+void Listbox::AddRow(const String& text) { AddRow(String(text)); }
+
+void Listbox::AddRow(String&& text) {
   Row r;
-  r.cells.push_back(String::FromBytes(text.Utf8(), TextEncoding::UTF8));
+  r.first = AsUtf8(std::move(text));
   rows_.push_back(std::move(r));
   Changed(Prop::Rows);
 }
 
 void Listbox::AddRow(const std::vector<String>& cells) {
   Row r;
-  r.cells.reserve(cells.size());
-  for (const String& c : cells) r.cells.push_back(String::FromBytes(c.Utf8(), TextEncoding::UTF8));
+  for (std::size_t k = 0; k < cells.size(); ++k) {
+    String c = String::FromBytes(cells[k].Utf8(), TextEncoding::UTF8);
+    if (k == 0) {
+      r.first = std::move(c);
+    } else {
+      r.more.push_back(std::move(c));
+    }
+  }
   rows_.push_back(std::move(r));
   Changed(Prop::Rows);
 }
@@ -58,18 +75,20 @@ String Listbox::List(Integer row) const { return Cell(row, 0); }
 String Listbox::Cell(Integer row, Integer column) const {
   CheckRow(row);
   const Row& r = rows_[row];
-  if (column < 0 || column >= static_cast<Integer>(r.cells.size())) return String();
-  return r.cells[column];
+  if (column == 0) return r.first;
+  if (column < 0 || column > static_cast<Integer>(r.more.size())) return String();
+  return r.more[column - 1];
 }
 
 void Listbox::setCell(Integer row, Integer column, const String& v) {
   CheckRow(row);
   if (column < 0) throw OutOfBoundsException();
   Row& r = rows_[row];
-  if (column >= static_cast<Integer>(r.cells.size())) r.cells.resize(column + 1);
+  if (column > static_cast<Integer>(r.more.size())) r.more.resize(column);
+  String& cell = column == 0 ? r.first : r.more[column - 1];
   std::string s = v.Utf8();
-  if (r.cells[column].Bytes() == s) return;
-  r.cells[column] = String(s);
+  if (cell.Bytes() == s) return;
+  cell = String(s);
   Changed(Prop::Cell);
 }
 

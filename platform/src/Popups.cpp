@@ -3,8 +3,14 @@
 #include "rb/Screen.h"
 #include "rb/Window.h"
 
-void PopupMenu::AddRow(const String& text) {
-  rows_.push_back(String::FromBytes(text.Utf8(), TextEncoding::UTF8));
+void PopupMenu::AddRow(const String& text) { AddRow(String(text)); }
+
+void PopupMenu::AddRow(String&& text) {
+  if (text.Encoding() == TextEncoding::UTF8) {
+    rows_.push_back(std::move(text));
+  } else {
+    rows_.push_back(String::FromBytes(std::move(text).Utf8(), TextEncoding::UTF8));
+  }
   Changed(Prop::Rows);
 }
 

@@ -1,6 +1,9 @@
 // Strings: bytes with a tag, shown as UTF-8, compared without regard to case.
 #include <QString>
+#include <QStringDecoder>
 #include <algorithm>
+#include <cstdint>
+#include <cstring>
 #include <string>
 
 #include "CaseFold.h"
@@ -8,9 +11,7 @@
 
 namespace {
 
-bool IsAscii(const std::string& s) {
-  return std::all_of(s.begin(), s.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-}
+bool IsAscii(const std::string& s) { return IsAsciiText(s); }
 
 bool IsContinuation(char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; }
 
@@ -58,7 +59,9 @@ std::string FoldCase(const std::string& utf8) {
     return out;
   }
   // Upper case first carries the full mappings ("ß" to "SS", "ﬁ" to "FI"); folding then lowers.
-  QString q = QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+  // A leading U+FEFF counts as a character, as it does everywhere else in the text.
+  QStringDecoder decode(QStringDecoder::Utf8, QStringConverter::Flag::ConvertInitialBom);
+  QString q = decode(QByteArrayView(utf8.data(), static_cast<qsizetype>(utf8.size())));
   return q.normalized(QString::NormalizationForm_C).toUpper().toCaseFolded().toStdString();
 }
 
@@ -109,6 +112,9 @@ String operator+(const String& a, const String& b) {
 
 bool operator==(const String& a, const String& b) {
   if (a.encoding_ == b.encoding_ && a.bytes_ == b.bytes_) return true;
+  // ASCII bytes are the same characters whatever the tag.
+  if (IsAscii(a.bytes_) && IsAscii(b.bytes_))
+    return a.bytes_.size() == b.bytes_.size() && CompareIgnoringCase(a.bytes_, b.bytes_) == 0;
   return EqualsIgnoringCase(a.Utf8(), b.Utf8());
 }
 
@@ -220,7 +226,9 @@ bool IsValidUtf8(const std::string& bytes) {
 }
 
 bool EqualsIgnoringCase(const std::string& utf8a, const std::string& utf8b) {
-  return utf8a == utf8b || FoldCase(utf8a) == FoldCase(utf8b);
+  if (utf8a == utf8b) return true;
+  if (IsAscii(utf8a) && IsAscii(utf8b)) return CompareIgnoringCase(utf8a, utf8b) == 0;
+  return FoldCase(utf8a) == FoldCase(utf8b);
 }
 
 int CompareIgnoringCase(const std::string& utf8a, const std::string& utf8b) {
@@ -244,4 +252,17 @@ bool LessIgnoringCase(const std::string& utf8a, const std::string& utf8b) {
   const std::string ka = FoldCase(utf8a), kb = FoldCase(utf8b);
   if (ka != kb) return ka < kb;
   return utf8a < utf8b;
+}
+
+bool IsAsciiText(std::string_view s) {
+  const char* p = s.data();
+  std::size_t n = s.size();
+  for (; n >= 8; p += 8, n -= 8) {
+    std::uint64_t word;
+    std::memcpy(&word, p, 8);
+    if (word & 0x8080808080808080ULL) return false;
+  }
+  for (; n > 0; ++p, --n)
+    if (static_cast<unsigned char>(*p) >= 0x80) return false;
+  return true;
 }

@@ -185,6 +185,7 @@ class Listbox : public Control {
   bool AcceptsFocus() const override { return Enabled() && Visible(); }
 
   void AddRow(const String& text);
+  void AddRow(String&& text);  // the text is taken over, not copied
   void AddRow(const std::vector<String>& cells);
   void DeleteAllRows();
   void RemoveRow(Integer row);
@@ -233,8 +234,11 @@ class Listbox : public Control {
   Color PaintCellText(Graphics& g, Integer row, Integer column);
 
  private:
+  // The first cell stands in the row itself: most lists have one column, and a list of many
+  // thousand rows is refilled whole at every saving.
   struct Row {
-    std::vector<String> cells;
+    String first;
+    std::vector<String> more;  // the cells of columns 1 and up
     std::vector<bool> bold;
     std::vector<Integer> type;
   };
@@ -251,6 +255,7 @@ class PopupMenu : public Control {
   using Control::Control;
   const char* ClassName() const override { return "PopupMenu"; }
   void AddRow(const String& text);
+  void AddRow(String&& text);  // the text is taken over, not copied
   void DeleteAllRows();  // ListIndex goes to -1 with no Change
   String List(Integer row) const;
   Integer ListCount() const { return static_cast<Integer>(rows_.size()); }

@@ -10,6 +10,9 @@
 
 class BinaryStream;
 class TextInputStream;
+namespace rbi {
+struct FolderListing;
+}
 class TextOutputStream;
 class Picture;
 
@@ -45,7 +48,7 @@ class FolderItem {
   std::string path_;
   bool listed_ = false;
   // On-disk names, sorted; shared with the platform's store of listings and never changed.
-  std::shared_ptr<const std::vector<std::string>> listing_;
+  std::shared_ptr<const rbi::FolderListing> listing_;
 };
 
 // "" gives the program's folder; otherwise what AbsolutePath gave, or nil.

@@ -141,6 +141,17 @@ class PrinterSetup {
 
   // What a new PrinterSetup holds.
   static void SetDefaultPaper(double widthPt, double heightPt);
+  // Where the default page comes from when learning it is slow (asking the system's printer): the
+  // source (which calls SetDefaultPaper) runs the first time a page's size is needed rather than
+  // at the start. A setup made while the source waited takes up the page it gives, unless its own
+  // page was changed meanwhile. Setups made otherwise keep the page they were made with.
+  static void SetDefaultPaperSource(std::function<void()> source);
+  // Runs a waiting source and takes up its page; PageWidth, PageHeight and the dialogs do this.
+  void TakeUpDefaultPaper();
+
+ private:
+  bool provisional_ = false;
+  double madeWidth_ = 0, madeHeight_ = 0;
 };
 
 // The print dialog: the Graphics of a new job, or nil when cancelled. setup may be nil.

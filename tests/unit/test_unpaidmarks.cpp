@@ -1,0 +1,102 @@
+// The marks of the unpaid ledger: a row of customers is bold exactly when some marker in unpaid
+// has its name, ignoring case; that is, what comparing every marker with every row would mark.
+#include <gtest/gtest.h>
+#include <stdlib.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "core/App.h"
+#include "invoice/iwindow.h"
+#include "rb/rb.h"
+
+namespace {
+
+class UnpaidMarksTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    char pattern[] = "/tmp/ledgerly-marks-XXXXXX";
+    ASSERT_NE(::mkdtemp(pattern), nullptr);
+    dir_ = pattern;
+    SetProgramFolder(dir_);
+    ResetProgram();
+    RegisterWindows();
+  }
+  void TearDown() override {
+    ResetProgram();
+    SetProgramFolder("");
+    std::filesystem::remove_all(dir_);
+  }
+
+  void Touch(const std::string& folder, const std::string& name) {
+    std::filesystem::create_directories(dir_ + "/" + folder);
+    std::ofstream(dir_ + "/" + folder + "/" + name) << "x";
+  }
+
+  // The marks as the ledger defines them: every marker against every row.
+  static std::vector<bool> Expected() {
+    std::vector<bool> marks(iwindow->customers->ListCount(), false);
+    for (Integer i = 0; i < iwindow->unpaid->ListCount(); i++)
+      for (Integer j = 0; j < iwindow->customers->ListCount(); j++)
+        if (iwindow->customers->List(j) == iwindow->unpaid->List(i)) marks[j] = true;
+    return marks;
+  }
+  static std::vector<bool> Marks() {
+    std::vector<bool> marks;
+    for (Integer j = 0; j < iwindow->customers->ListCount(); j++) marks.push_back(iwindow->customers->CellBold(j, 0));
+    return marks;
+  }
+
+  std::string dir_;
+};
+
+// Names that meet only when case is folded in full, names that sort next to each other, markers
+// with no invoice, and two invoices whose names differ only in case.
+const std::vector<std::string> kInvoices = {
+    "00001-16-11-2026-Brown",         "00002-16-11-2026-brown",  "00002-16-11-2026-Brown",
+    "00003-16-11-2026-\xC3\x96" "d\xC3\xB6n",  // Ödön
+    "00004-16-11-2026-Stra\xC3\x9F" "e",       // Straße
+    "00005-16-11-2026-Green",         "00010-16-11-2026-Zed",    "00011-16-11-2026-zed"};
+const std::vector<std::string> kMarkers = {
+    "00001-16-11-2026-BROWN",
+    "00003-16-11-2026-\xC3\xB6" "D\xC3\x96" "N",  // öDÖN
+    "00004-16-11-2026-STRASSE",
+    "00006-16-11-2026-Gone",  // its invoice was deleted
+    "00011-16-11-2026-ZED"};
+
+TEST_F(UnpaidMarksTest, ListsFilledFromTheirFoldersAreMarkedAsEveryMarkerAgainstEveryRowWouldMarkThem) {
+  for (const std::string& name : kInvoices) Touch("customers", name);
+  for (const std::string& name : kMarkers) Touch("unpaid", name);
+  iwindow->getcustomers();
+  iwindow->getunpaid();
+  ASSERT_EQ(iwindow->customers->ListCount(), static_cast<Integer>(kInvoices.size()));
+  iwindow->markthem();
+  const std::vector<bool> marks = Marks();
+  EXPECT_EQ(marks, Expected());
+  EXPECT_EQ(std::count(marks.begin(), marks.end(), true), 4);
+}
+
+TEST_F(UnpaidMarksTest, ListsInAnyOtherOrderAreMarkedTheSame) {
+  std::vector<std::string> invoices = kInvoices, markers = kMarkers;
+  std::reverse(invoices.begin(), invoices.end());
+  std::rotate(markers.begin(), markers.begin() + 2, markers.end());
+  for (const std::string& name : invoices) iwindow->customers->AddRow(String(name));
+  for (const std::string& name : markers) iwindow->unpaid->AddRow(String(name));
+  iwindow->markthem();
+  const std::vector<bool> marks = Marks();
+  EXPECT_EQ(marks, Expected());
+  EXPECT_EQ(std::count(marks.begin(), marks.end(), true), 4);
+
+  // Rows in order with the markers out of order, the one that breaks the order coming last.
+  iwindow->customers->DeleteAllRows();
+  iwindow->unpaid->DeleteAllRows();
+  for (const char* name : {"a", "b", "c"}) iwindow->customers->AddRow(name);
+  for (const char* name : {"c", "A"}) iwindow->unpaid->AddRow(name);
+  iwindow->markthem();
+  EXPECT_EQ(Marks(), (std::vector<bool>{true, false, true}));
+}
+
+}  // namespace
