@@ -2,6 +2,7 @@
 // UTF-8 are shown as it.
 #include <QList>
 #include <QString>
+#include <QStringDecoder>
 #include <algorithm>
 #include <array>
 #include <cstdint>
@@ -85,10 +86,10 @@ std::string Utf8ToMacRoman(const std::string& utf8) {
   if (std::all_of(utf8.begin(), utf8.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; }))
     return utf8;
   // Composed form first, so that an e followed by a combining accent becomes the one code of é.
-  const QList<uint> chars =
-      QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()))
-          .normalized(QString::NormalizationForm_C)
-          .toUcs4();
+  // A leading U+FEFF is a character of the text like any other, not a mark to drop.
+  QStringDecoder decode(QStringDecoder::Utf8, QStringConverter::Flag::ConvertInitialBom);
+  const QString text = decode(QByteArrayView(utf8.data(), static_cast<qsizetype>(utf8.size())));
+  const QList<uint> chars = text.normalized(QString::NormalizationForm_C).toUcs4();
   const auto& table = ReverseTable();
   std::string out;
   out.reserve(chars.size());
