@@ -1,40 +1,20 @@
 // The colours of the invoice list: a bold row (an unpaid invoice) paints red, any other a very dark
 // green. The handler also draws the row's text above the cell, where clipping takes it away, and
 // leaves the painting of the text to the list.
-#include <gtest/gtest.h>
-#include <stdlib.h>
-
-#include <filesystem>
 #include <string>
 
-#include "core/App.h"
+#include "ProgramFixture.h"
 #include "core/Module1.h"
 #include "invoice/iwindow.h"
 #include "rb/rb.h"
 
 namespace {
 
-class CustomersListTest : public ::testing::Test {
+class CustomersListTest : public ProgramTest {
  protected:
-  void SetUp() override {
-    char pattern[] = "/tmp/ledgerly-list-XXXXXX";
-    ASSERT_NE(::mkdtemp(pattern), nullptr);
-    dir_ = pattern;
-    SetProgramFolder(dir_);
-    ResetProgram();
-    RegisterWindows();
-  }
-  void TearDown() override {
-    ResetProgram();
-    SetProgramFolder("");
-    std::filesystem::remove_all(dir_);
-  }
-
   static const std::vector<DrawOp>& Ops(Graphics& g) {
     return static_cast<RecordingSurface*>(g.Surface())->Ops();
   }
-
-  std::string dir_;
 };
 
 TEST_F(CustomersListTest, UnpaidRowsPaintRedTheOthersDarkGreenAndTheTextIsDrawnAboveTheCell) {

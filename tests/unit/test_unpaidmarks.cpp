@@ -1,36 +1,18 @@
 // The marks of the unpaid ledger: a row of customers is bold exactly when some marker in unpaid
 // has its name, ignoring case; that is, what comparing every marker with every row would mark.
-#include <gtest/gtest.h>
-#include <stdlib.h>
-
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <string>
 #include <vector>
 
-#include "core/App.h"
+#include "ProgramFixture.h"
 #include "invoice/iwindow.h"
-#include "rb/rb.h"
 
 namespace {
 
-class UnpaidMarksTest : public ::testing::Test {
+class UnpaidMarksTest : public ProgramTest {
  protected:
-  void SetUp() override {
-    char pattern[] = "/tmp/ledgerly-marks-XXXXXX";
-    ASSERT_NE(::mkdtemp(pattern), nullptr);
-    dir_ = pattern;
-    SetProgramFolder(dir_);
-    ResetProgram();
-    RegisterWindows();
-  }
-  void TearDown() override {
-    ResetProgram();
-    SetProgramFolder("");
-    std::filesystem::remove_all(dir_);
-  }
-
   void Touch(const std::string& folder, const std::string& name) {
     std::filesystem::create_directories(dir_ + "/" + folder);
     std::ofstream(dir_ + "/" + folder + "/" + name) << "x";
@@ -46,28 +28,34 @@ class UnpaidMarksTest : public ::testing::Test {
   }
   static std::vector<bool> Marks() {
     std::vector<bool> marks;
-    for (Integer j = 0; j < iwindow->customers->ListCount(); j++) marks.push_back(iwindow->customers->CellBold(j, 0));
+    for (Integer j = 0; j < iwindow->customers->ListCount(); j++)
+      marks.push_back(iwindow->customers->CellBold(j, 0));
     return marks;
   }
-
-  std::string dir_;
 };
 
 // Names that meet only when case is folded in full, names that sort next to each other, markers
 // with no invoice, and two invoices whose names differ only in case.
-const std::vector<std::string> kInvoices = {
-    "00001-16-11-2026-Brown",         "00002-16-11-2026-brown",  "00002-16-11-2026-Brown",
-    "00003-16-11-2026-\xC3\x96" "d\xC3\xB6n",  // Ödön
-    "00004-16-11-2026-Stra\xC3\x9F" "e",       // Straße
-    "00005-16-11-2026-Green",         "00010-16-11-2026-Zed",    "00011-16-11-2026-zed"};
-const std::vector<std::string> kMarkers = {
-    "00001-16-11-2026-BROWN",
-    "00003-16-11-2026-\xC3\xB6" "D\xC3\x96" "N",  // öDÖN
-    "00004-16-11-2026-STRASSE",
-    "00006-16-11-2026-Gone",  // its invoice was deleted
-    "00011-16-11-2026-ZED"};
+const std::vector<std::string> kInvoices = {"00001-16-11-2026-Brown",
+                                            "00002-16-11-2026-brown",
+                                            "00002-16-11-2026-Brown",
+                                            "00003-16-11-2026-\xC3\x96"
+                                            "d\xC3\xB6n",  // Ödön
+                                            "00004-16-11-2026-Stra\xC3\x9F"
+                                            "e",  // Straße
+                                            "00005-16-11-2026-Green",
+                                            "00010-16-11-2026-Zed",
+                                            "00011-16-11-2026-zed"};
+const std::vector<std::string> kMarkers = {"00001-16-11-2026-BROWN",
+                                           "00003-16-11-2026-\xC3\xB6"
+                                           "D\xC3\x96"
+                                           "N",  // öDÖN
+                                           "00004-16-11-2026-STRASSE",
+                                           "00006-16-11-2026-Gone",  // its invoice was deleted
+                                           "00011-16-11-2026-ZED"};
 
-TEST_F(UnpaidMarksTest, ListsFilledFromTheirFoldersAreMarkedAsEveryMarkerAgainstEveryRowWouldMarkThem) {
+TEST_F(UnpaidMarksTest,
+       ListsFilledFromTheirFoldersAreMarkedAsEveryMarkerAgainstEveryRowWouldMarkThem) {
   for (const std::string& name : kInvoices) Touch("customers", name);
   for (const std::string& name : kMarkers) Touch("unpaid", name);
   iwindow->getcustomers();
