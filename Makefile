@@ -59,7 +59,7 @@ bench: configure
 # packages come from `tools/install-deps.sh robustness`.
 ASAN_BUILD ?= build-asan
 FUZZ_BUILD ?= build-fuzz
-FUZZ_SECONDS ?= 60
+FUZZ_SECONDS ?= 600
 FUZZ_TARGETS ?= invoicefile prefsfile namefile stockfile text
 SOAK_CYCLES ?= 10000
 FUZZ_CXXFLAGS = -g -O1 -fno-omit-frame-pointer -fsanitize=fuzzer-no-link,address,undefined \
