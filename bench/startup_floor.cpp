@@ -10,22 +10,9 @@
 #include <cstdio>
 #include <cstdlib>
 #include <string>
-#include <sys/stat.h>
-#include <unistd.h>
 
+#include "RuntimeFolder.h"
 #include "startup_watch.h"
-
-namespace {
-
-void EnsureRuntimeFolder() {
-  if (geteuid() != 0 || std::getenv("XDG_RUNTIME_DIR")) return;
-  const std::string dir = "/tmp/runtime-root";
-  mkdir(dir.c_str(), 0700);
-  chmod(dir.c_str(), 0700);
-  setenv("XDG_RUNTIME_DIR", dir.c_str(), 1);
-}
-
-}  // namespace
 
 int main(int argc, char** argv) {
   if (argc < 2) {
@@ -33,9 +20,10 @@ int main(int argc, char** argv) {
     return 2;
   }
   const QString folder = QString::fromLocal8Bit(argv[1]) + QStringLiteral("/customers");
-  EnsureRuntimeFolder();
+  desk::EnsureRuntimeFolder();
   QApplication app(argc, argv);
-  if (QStyle* fusion = QStyleFactory::create(QStringLiteral("Fusion"))) QApplication::setStyle(fusion);
+  if (QStyle* fusion = QStyleFactory::create(QStringLiteral("Fusion")))
+    QApplication::setStyle(fusion);
 
   QStringList names;
   QDirIterator it(folder, QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);

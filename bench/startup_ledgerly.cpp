@@ -8,11 +8,10 @@
 #include <cstdio>
 #include <cstdlib>
 #include <string>
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include "DesktopScreen.h"
 #include "ListboxView.h"
+#include "RuntimeFolder.h"
 #include "WindowView.h"
 #include "core/App.h"
 #include "invoice/iwindow.h"
@@ -20,14 +19,6 @@
 #include "startup_watch.h"
 
 namespace {
-
-void EnsureRuntimeFolder() {
-  if (geteuid() != 0 || std::getenv("XDG_RUNTIME_DIR")) return;
-  const std::string dir = "/tmp/runtime-root";
-  mkdir(dir.c_str(), 0700);
-  chmod(dir.c_str(), 0700);
-  setenv("XDG_RUNTIME_DIR", dir.c_str(), 1);
-}
 
 // Painted: a paint of the main window has happened, the list shows the rows the program put in
 // it, and (when there are rows) some of them have been drawn.
@@ -52,12 +43,13 @@ int main(int argc, char** argv) {
     return 2;
   }
   const std::string folder = argv[1];
-  EnsureRuntimeFolder();
+  desk::EnsureRuntimeFolder();
   QApplication app(argc, argv);
   QApplication::setApplicationName(QStringLiteral("ledgerly"));
   QApplication::setApplicationDisplayName(QStringLiteral("Ledgerly"));
   QApplication::setDesktopFileName(QStringLiteral("ledgerly"));
-  if (QStyle* fusion = QStyleFactory::create(QStringLiteral("Fusion"))) QApplication::setStyle(fusion);
+  if (QStyle* fusion = QStyleFactory::create(QStringLiteral("Fusion")))
+    QApplication::setStyle(fusion);
   InitRuntime(argc, argv);
   SetProgramFolder(folder);
 

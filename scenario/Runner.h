@@ -111,6 +111,8 @@ class Runner {
   Window& TargetWindow(const std::string& name, const Where& where);
   Control& TargetControl(const Target& t, const Where& where);
   Control& ActionControl(Args& a);
+  // The control of a command that names one and nothing more; nil in a dry run, once checked.
+  Control* LoneControl(Args& a);
   Window& FrontWindow(const Where& where);
   void SendKey(Window& w, const String& key);
   const PrintJob& LastJob(const Where& where);

@@ -97,6 +97,17 @@ Control& Runner::ActionControl(Args& a) {
   return c;
 }
 
+Control* Runner::LoneControl(Args& a) {
+  if (dry_) {
+    ParseControlArg(a);
+    a.End();
+    return nullptr;
+  }
+  Control& c = ActionControl(a);
+  a.End();
+  return &c;
+}
+
 Window& Runner::FrontWindow(const Where& where) {
   Window* w = WindowRegistry::Front();
   if (w == nullptr) Fail(where, "a window in front", "no window shown");
@@ -130,18 +141,13 @@ void Runner::Key(Args& a) {
 }
 
 void Runner::Focus(Args& a) {
-  if (dry_) {
-    ParseControlArg(a);
-    a.End();
-    return;
+  Control* c = LoneControl(a);
+  if (c == nullptr) return;
+  if (!c->AcceptsFocus()) {
+    Fail(a.where(), c->ParentWindow()->ClassName() + "." + c->FullName() + " taking the focus",
+         std::string("a ") + c->ClassName() + " that takes none");
   }
-  Control& c = ActionControl(a);
-  a.End();
-  if (!c.AcceptsFocus()) {
-    Fail(a.where(), c.ParentWindow()->ClassName() + "." + c.FullName() + " taking the focus",
-         std::string("a ") + c.ClassName() + " that takes none");
-  }
-  c.ParentWindow()->SetFocus(&c);
+  c->ParentWindow()->SetFocus(c);
 }
 
 void Runner::SendKey(Window& w, const String& key) { w.UserKey(key); }
@@ -184,47 +190,19 @@ void Runner::Paste(Args& a) {
 }
 
 void Runner::Click(Args& a) {
-  if (dry_) {
-    ParseControlArg(a);
-    a.End();
-    return;
-  }
-  Control& c = ActionControl(a);
-  a.End();
-  c.UserClick();
+  if (Control* c = LoneControl(a)) c->UserClick();
 }
 
 void Runner::RightClick(Args& a) {
-  if (dry_) {
-    ParseControlArg(a);
-    a.End();
-    return;
-  }
-  Control& c = ActionControl(a);
-  a.End();
-  c.UserClick(1, 1, true);
+  if (Control* c = LoneControl(a)) c->UserClick(1, 1, true);
 }
 
 void Runner::Hover(Args& a) {
-  if (dry_) {
-    ParseControlArg(a);
-    a.End();
-    return;
-  }
-  Control& c = ActionControl(a);
-  a.End();
-  c.UserMouseEnter();
+  if (Control* c = LoneControl(a)) c->UserMouseEnter();
 }
 
 void Runner::Unhover(Args& a) {
-  if (dry_) {
-    ParseControlArg(a);
-    a.End();
-    return;
-  }
-  Control& c = ActionControl(a);
-  a.End();
-  c.UserMouseExit();
+  if (Control* c = LoneControl(a)) c->UserMouseExit();
 }
 
 namespace {

@@ -6,19 +6,7 @@
 
 // MouseDown at the press; Action at the release unless MouseDown kept the mouse for itself.
 void PushButton::UserClick(Integer x, Integer y, bool contextual) {
-  if (!Enabled()) return;
-  rbi::EndCellEditsOf(ParentWindow());
-  bool answered = false;
-  {
-    rbi::ContextualClickScope scope(contextual);
-    answered = RunHandlerBool([&] { return OnMouseDown ? OnMouseDown(x, y) : false; });
-  }
-  if (answered) {
-    RunHandler([&] {
-      if (OnMouseUp) OnMouseUp(x, y);
-    });
-    return;
-  }
+  if (!Enabled() || PressKeptByMouseDown(x, y, contextual)) return;
   if (Enabled()) RunHandler(OnAction);
 }
 
@@ -36,18 +24,6 @@ void CheckBox::setValue(bool v) {
 }
 
 void CheckBox::UserClick(Integer x, Integer y, bool contextual) {
-  if (!Enabled()) return;
-  rbi::EndCellEditsOf(ParentWindow());
-  bool answered = false;
-  {
-    rbi::ContextualClickScope scope(contextual);
-    answered = RunHandlerBool([&] { return OnMouseDown ? OnMouseDown(x, y) : false; });
-  }
-  if (answered) {
-    RunHandler([&] {
-      if (OnMouseUp) OnMouseUp(x, y);
-    });
-    return;
-  }
+  if (!Enabled() || PressKeptByMouseDown(x, y, contextual)) return;
   setValue(!value_);
 }

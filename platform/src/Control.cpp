@@ -72,7 +72,11 @@ void Control::setBackColor(Color v) {
 // Press and release. MouseDown answering True keeps the release for the control itself (MouseUp);
 // otherwise the platform goes on as usual, and a field takes the focus.
 void Control::UserClick(Integer x, Integer y, bool contextual) {
-  if (!Enabled()) return;
+  if (!Enabled() || PressKeptByMouseDown(x, y, contextual)) return;
+  if (AcceptsFocus() && window_) window_->SetFocus(this);
+}
+
+bool Control::PressKeptByMouseDown(Integer x, Integer y, bool contextual) {
   rbi::EndCellEditsOf(window_);
   bool answered = false;
   {
@@ -83,9 +87,8 @@ void Control::UserClick(Integer x, Integer y, bool contextual) {
     RunHandler([&] {
       if (OnMouseUp) OnMouseUp(x, y);
     });
-    return;
   }
-  if (AcceptsFocus() && window_) window_->SetFocus(this);
+  return answered;
 }
 
 void Control::UserMouseEnter() { RunHandler(OnMouseEnter); }

@@ -9,6 +9,7 @@
 #include <string>
 #include <utility>
 
+#include "CaseFold.h"
 #include "rb/String.h"
 
 namespace {
@@ -32,24 +33,6 @@ constexpr std::array<char16_t, 128> kHighHalf = {
     0xF8FF, 0x00D2, 0x00DA, 0x00DB, 0x00D9, 0x0131, 0x02C6, 0x02DC,  // F0
     0x00AF, 0x02D8, 0x02D9, 0x02DA, 0x00B8, 0x02DD, 0x02DB, 0x02C7,  // F8
 };
-
-void AppendUtf8(std::string& out, char32_t c) {
-  if (c < 0x80) {
-    out += static_cast<char>(c);
-  } else if (c < 0x800) {
-    out += static_cast<char>(0xC0 | (c >> 6));
-    out += static_cast<char>(0x80 | (c & 0x3F));
-  } else if (c < 0x10000) {
-    out += static_cast<char>(0xE0 | (c >> 12));
-    out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-    out += static_cast<char>(0x80 | (c & 0x3F));
-  } else {
-    out += static_cast<char>(0xF0 | (c >> 18));
-    out += static_cast<char>(0x80 | ((c >> 12) & 0x3F));
-    out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-    out += static_cast<char>(0x80 | (c & 0x3F));
-  }
-}
 
 using ReverseEntry = std::pair<char32_t, unsigned char>;
 
@@ -83,7 +66,8 @@ std::string MacRomanToUtf8(const std::string& bytes) {
 }
 
 std::string Utf8ToMacRoman(const std::string& utf8) {
-  if (std::all_of(utf8.begin(), utf8.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; }))
+  if (std::all_of(utf8.begin(), utf8.end(),
+                  [](char c) { return static_cast<unsigned char>(c) < 0x80; }))
     return utf8;
   // Composed form first, so that an e followed by a combining accent becomes the one code of é.
   // A leading U+FEFF is a character of the text like any other, not a mark to drop.
@@ -98,8 +82,27 @@ std::string Utf8ToMacRoman(const std::string& utf8) {
       out += static_cast<char>(c);
       continue;
     }
-    auto it = std::lower_bound(table.begin(), table.end(), ReverseEntry{static_cast<char32_t>(c), 0});
+    auto it =
+        std::lower_bound(table.begin(), table.end(), ReverseEntry{static_cast<char32_t>(c), 0});
     out += (it != table.end() && it->first == c) ? static_cast<char>(it->second) : '?';
   }
   return out;
+}
+
+void AppendUtf8(std::string& out, char32_t c) {
+  if (c < 0x80) {
+    out += static_cast<char>(c);
+  } else if (c < 0x800) {
+    out += static_cast<char>(0xC0 | (c >> 6));
+    out += static_cast<char>(0x80 | (c & 0x3F));
+  } else if (c < 0x10000) {
+    out += static_cast<char>(0xE0 | (c >> 12));
+    out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
+    out += static_cast<char>(0x80 | (c & 0x3F));
+  } else {
+    out += static_cast<char>(0xF0 | (c >> 18));
+    out += static_cast<char>(0x80 | ((c >> 12) & 0x3F));
+    out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
+    out += static_cast<char>(0x80 | (c & 0x3F));
+  }
 }

@@ -1,4 +1,6 @@
 // Strings: bytes with a tag, shown as UTF-8, compared without regard to case.
+#include "rb/String.h"
+
 #include <QString>
 #include <QStringDecoder>
 #include <algorithm>
@@ -7,7 +9,6 @@
 #include <string>
 
 #include "CaseFold.h"
-#include "rb/String.h"
 
 namespace {
 
@@ -19,9 +20,12 @@ bool IsContinuation(char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0
 // character).
 bool ReadsAsUtf8(const String& s) {
   switch (s.Encoding()) {
-    case TextEncoding::UTF8: return true;
-    case TextEncoding::MacRoman: return false;
-    case TextEncoding::None: return IsValidUtf8(s.Bytes());
+    case TextEncoding::UTF8:
+      return true;
+    case TextEncoding::MacRoman:
+      return false;
+    case TextEncoding::None:
+      return IsValidUtf8(s.Bytes());
   }
   return true;
 }
@@ -83,9 +87,7 @@ String String::FromBytes(std::string bytes, TextEncoding encoding) {
   return s;
 }
 
-std::string String::Utf8() const& {
-  return ReadsAsUtf8(*this) ? bytes_ : MacRomanToUtf8(bytes_);
-}
+std::string String::Utf8() const& { return ReadsAsUtf8(*this) ? bytes_ : MacRomanToUtf8(bytes_); }
 
 std::string String::Utf8() && {
   if (ReadsAsUtf8(*this)) return std::move(bytes_);
@@ -121,7 +123,8 @@ bool operator==(const String& a, const String& b) {
 Integer Len(const String& s) {
   const std::string& b = s.Bytes();
   if (!ReadsAsUtf8(s)) return static_cast<Integer>(b.size());
-  return static_cast<Integer>(std::count_if(b.begin(), b.end(), [](char c) { return !IsContinuation(c); }));
+  return static_cast<Integer>(
+      std::count_if(b.begin(), b.end(), [](char c) { return !IsContinuation(c); }));
 }
 
 String Left(const String& s, Integer n) {
@@ -141,21 +144,7 @@ String Chr(Integer code) {
   if (code < 0 || code > 0x10FFFF || (code >= 0xD800 && code <= 0xDFFF)) return String();
   const auto c = static_cast<std::uint32_t>(code);
   std::string out;
-  if (c < 0x80) {
-    out += static_cast<char>(c);
-  } else if (c < 0x800) {
-    out += static_cast<char>(0xC0 | (c >> 6));
-    out += static_cast<char>(0x80 | (c & 0x3F));
-  } else if (c < 0x10000) {
-    out += static_cast<char>(0xE0 | (c >> 12));
-    out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-    out += static_cast<char>(0x80 | (c & 0x3F));
-  } else {
-    out += static_cast<char>(0xF0 | (c >> 18));
-    out += static_cast<char>(0x80 | ((c >> 12) & 0x3F));
-    out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-    out += static_cast<char>(0x80 | (c & 0x3F));
-  }
+  AppendUtf8(out, c);
   return String(out);
 }
 
@@ -171,7 +160,8 @@ String ReplaceAll(const String& s, const String& find, const String& with) {
   std::string out;
   out.reserve(text.size());
   std::size_t pos = 0;
-  for (std::size_t hit; (hit = text.find(what, pos)) != std::string::npos; pos = hit + what.size()) {
+  for (std::size_t hit; (hit = text.find(what, pos)) != std::string::npos;
+       pos = hit + what.size()) {
     out.append(text, pos, hit - pos);
     out += by;
   }
@@ -181,9 +171,12 @@ String ReplaceAll(const String& s, const String& find, const String& with) {
 
 String ConvertEncoding(const String& s, TextEncoding encoding) {
   switch (encoding) {
-    case TextEncoding::MacRoman: return String::FromBytes(Utf8ToMacRoman(s.Utf8()), TextEncoding::MacRoman);
-    case TextEncoding::UTF8: return String::FromBytes(s.Utf8(), TextEncoding::UTF8);
-    case TextEncoding::None: return String::FromBytes(s.Bytes(), TextEncoding::None);
+    case TextEncoding::MacRoman:
+      return String::FromBytes(Utf8ToMacRoman(s.Utf8()), TextEncoding::MacRoman);
+    case TextEncoding::UTF8:
+      return String::FromBytes(s.Utf8(), TextEncoding::UTF8);
+    case TextEncoding::None:
+      return String::FromBytes(s.Bytes(), TextEncoding::None);
   }
   return s;
 }

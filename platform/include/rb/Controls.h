@@ -30,8 +30,23 @@ inline const String End = "\x04";
 
 // What changed on a control, for whatever shows it.
 enum class Prop {
-  Text, Selection, ReadOnly, Enabled, Visible, BackColor, TextColor, Font, Rows, Cell, ListIndex,
-  Value, FillColor, BorderWidth, Backdrop, Edit, Caption
+  Text,
+  Selection,
+  ReadOnly,
+  Enabled,
+  Visible,
+  BackColor,
+  TextColor,
+  Font,
+  Rows,
+  Cell,
+  ListIndex,
+  Value,
+  FillColor,
+  BorderWidth,
+  Backdrop,
+  Edit,
+  Caption
 };
 
 class Control {
@@ -96,6 +111,9 @@ class Control {
 
  protected:
   void Changed(Prop what);
+  // The press of a click: cell edits end and MouseDown runs. True when MouseDown kept the mouse,
+  // in which case the release has gone to MouseUp and the click is over.
+  bool PressKeptByMouseDown(Integer x, Integer y, bool contextual);
 
  private:
   Window* window_;
@@ -159,7 +177,8 @@ class TextField : public TextControl {
 
 class TextArea : public TextControl {
  public:
-  TextArea(Window* window, std::string name, Integer index) : TextControl(window, std::move(name), index) {
+  TextArea(Window* window, std::string name, Integer index)
+      : TextControl(window, std::move(name), index) {
     Multiline = true;
   }
   const char* ClassName() const override { return "TextArea"; }
@@ -213,7 +232,8 @@ class Listbox : public Control {
   Integer GridLinesVertical = 0;
 
   std::function<bool(Integer row, Integer column, Integer x, Integer y)> OnCellClick;
-  std::function<bool(Graphics& g, Integer row, Integer column, Integer x, Integer y)> OnCellTextPaint;
+  std::function<bool(Graphics& g, Integer row, Integer column, Integer x, Integer y)>
+      OnCellTextPaint;
 
   // A click on a cell: the list takes the focus, CellClick runs, and unless it answered True the
   // row is selected; a click on a CellType 3 cell of the selected row opens the edit.
@@ -256,7 +276,7 @@ class PopupMenu : public Control {
   const char* ClassName() const override { return "PopupMenu"; }
   void AddRow(const String& text);
   void AddRow(String&& text);  // the text is taken over, not copied
-  void DeleteAllRows();  // ListIndex goes to -1 with no Change
+  void DeleteAllRows();        // ListIndex goes to -1 with no Change
   String List(Integer row) const;
   Integer ListCount() const { return static_cast<Integer>(rows_.size()); }
   Integer ListIndex() const { return listIndex_; }
