@@ -3,17 +3,16 @@
 // as the main window has been painted with its list of invoices filled in.
 #include <QApplication>
 #include <QHeaderView>
-#include <QStyleFactory>
 #include <QTableView>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
 
 #include "DesktopScreen.h"
+#include "DesktopStart.h"
 #include "ListboxView.h"
 #include "RuntimeFolder.h"
 #include "WindowView.h"
-#include "core/App.h"
 #include "invoice/iwindow.h"
 #include "rb/rb.h"
 #include "startup_watch.h"
@@ -45,22 +44,15 @@ int main(int argc, char** argv) {
   const std::string folder = argv[1];
   desk::EnsureRuntimeFolder();
   QApplication app(argc, argv);
-  QApplication::setApplicationName(QStringLiteral("ledgerly"));
-  QApplication::setApplicationDisplayName(QStringLiteral("Ledgerly"));
-  QApplication::setDesktopFileName(QStringLiteral("ledgerly"));
-  if (QStyle* fusion = QStyleFactory::create(QStringLiteral("Fusion")))
-    QApplication::setStyle(fusion);
+  app::DressApplication();
   InitRuntime(argc, argv);
   SetProgramFolder(folder);
 
   desk::DesktopScreen screen;
   SetScreen(&screen);
   bench::StartupWatch watch([&screen](QWidget* w) { return MainWindowPainted(screen, w); });
-  RegisterWindows();
-  screen.HoldViews();
-  StartProgram();
-  screen.ReleaseViews();
-  const int code = screen.QuitRequested() ? screen.QuitCode() : QApplication::exec();
+  app::StartOn(screen);
+  const int code = app::RunLoop(screen);
   SetScreen(nullptr);
   return watch.Done() ? code : 3;
 }

@@ -10,20 +10,13 @@
 #include <optional>
 #include <vector>
 
+#include "GuiApp.h"
 #include "PictureImpl.h"
 #include "rb/Graphics.h"
 #include "rb/Runtime.h"
 #include "rb/Screen.h"
 
 namespace {
-
-// Fonts are measured and pictures decoded through the toolkit's application object.
-void EnsureGuiApp() {
-  static int argc = 1;
-  static char name[] = "unit_tests";
-  static char* argv[] = {name, nullptr};
-  InitRuntime(argc, argv);
-}
 
 // A Graphics whose finished page lands in `pages`.
 struct Job {
@@ -38,7 +31,9 @@ const std::vector<DrawOp>& Ops(Graphics& g) {
   return static_cast<RecordingSurface*>(g.Surface())->Ops();
 }
 
-String ThreeLines() { return String("Brown & Co") + Chr(13) + "12 High Street" + Chr(13) + "Leeds"; }
+String ThreeLines() {
+  return String("Brown & Co") + Chr(13) + "12 High Street" + Chr(13) + "Leeds";
+}
 
 class GraphicsTest : public ::testing::Test {
  protected:
@@ -437,12 +432,15 @@ class PrintDialogsScreen : public Screen {
   void UnhandledException(const RuntimeException&) override {}
   void RunModal(Window&) override {}
   Ref<FolderItem> OpenFileDialog(const String&) override { return nil; }
-  std::optional<Integer> ContextualMenu(const std::vector<String>&) override { return std::nullopt; }
+  std::optional<Integer> ContextualMenu(const std::vector<String>&) override {
+    return std::nullopt;
+  }
   std::unique_ptr<PageSurface> PrintDialog(const PrinterSetup* setup) override {
     ++printDialogs;
     setupSeen = setup;
     if (!confirm) return nullptr;
-    return std::make_unique<RecordingSurface>([this](const std::vector<DrawOp>& ops) { pages.push_back(ops); });
+    return std::make_unique<RecordingSurface>(
+        [this](const std::vector<DrawOp>& ops) { pages.push_back(ops); });
   }
   bool PageSetupDialog(PrinterSetup& setup) override {
     if (!confirm) return false;

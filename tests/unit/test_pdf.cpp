@@ -11,19 +11,12 @@
 #include <string>
 #include <vector>
 
+#include "GuiApp.h"
 #include "PictureImpl.h"
 #include "rb/Graphics.h"
 #include "rb/Runtime.h"
 
 namespace {
-
-// Fonts are measured and pictures decoded through the toolkit's application object.
-void EnsureGuiApp() {
-  static int argc = 1;
-  static char name[] = "unit_tests";
-  static char* argv[] = {name, nullptr};
-  InitRuntime(argc, argv);
-}
 
 std::string RunTool(const std::string& command) {
   std::string out;
@@ -42,7 +35,8 @@ struct Word {
 };
 
 std::vector<Word> WordsOf(const QString& pdf) {
-  const QString html = QString::fromStdString(RunTool("pdftotext -bbox '" + pdf.toStdString() + "' - 2>/dev/null"));
+  const QString html =
+      QString::fromStdString(RunTool("pdftotext -bbox '" + pdf.toStdString() + "' - 2>/dev/null"));
   static const QRegularExpression word(
       R"re(<word xMin="([-\d.]+)" yMin="([-\d.]+)" xMax="([-\d.]+)" yMax="([-\d.]+)">([^<]*)</word>)re");
   std::vector<Word> words;
@@ -67,7 +61,8 @@ class PdfTest : public ::testing::Test {
   QString Path(const char* name) { return dir.filePath(name); }
 
   // A Graphics that writes the PDF and records the same page.
-  Ref<Graphics> OpenJob(const QString& path, std::vector<DrawOp>& recorded, double w = 595, double h = 842) {
+  Ref<Graphics> OpenJob(const QString& path, std::vector<DrawOp>& recorded, double w = 595,
+                        double h = 842) {
     std::vector<std::unique_ptr<PageSurface>> parts;
     parts.push_back(MakePdfSurface(path.toStdString(), w, h));
     parts.push_back(std::make_unique<RecordingSurface>(
@@ -205,7 +200,8 @@ TEST_F(PdfTest, APictureGoesOnThePageAtItsNaturalSize) {
 
 // Renders the page at 72 dpi, one pixel to the point, to look at its ink.
 QImage Render(const QString& pdf, const QString& prefix) {
-  RunTool("pdftoppm -r 72 -png -singlefile '" + pdf.toStdString() + "' '" + prefix.toStdString() + "' 2>/dev/null");
+  RunTool("pdftoppm -r 72 -png -singlefile '" + pdf.toStdString() + "' '" + prefix.toStdString() +
+          "' 2>/dev/null");
   return QImage(prefix + ".png");
 }
 

@@ -1,0 +1,30 @@
+#include "DesktopStart.h"
+
+#include <QApplication>
+#include <QStyleFactory>
+
+#include "core/App.h"
+
+namespace app {
+
+void DressApplication() {
+  QApplication::setApplicationName(QStringLiteral("ledgerly"));
+  QApplication::setApplicationDisplayName(QStringLiteral("Ledgerly"));
+  QApplication::setDesktopFileName(QStringLiteral("ledgerly"));
+  if (QStyle* fusion = QStyleFactory::create(QStringLiteral("Fusion")))
+    QApplication::setStyle(fusion);
+}
+
+void StartOn(desk::DesktopScreen& screen) {
+  RegisterWindows();
+  screen.HoldViews();
+  StartProgram();
+  screen.ReleaseViews();
+}
+
+int RunLoop(desk::DesktopScreen& screen) {
+  // A quit asked during the start (before the loop runs) ends the program here.
+  return screen.QuitRequested() ? screen.QuitCode() : QApplication::exec();
+}
+
+}  // namespace app
