@@ -1,10 +1,11 @@
 // A window: its controls, showing and hiding, the focus, the keys, and its menu handlers.
+#include "rb/Window.h"
+
 #include <algorithm>
 #include <cctype>
 
 #include "ControlSupport.h"
 #include "rb/Screen.h"
-#include "rb/Window.h"
 
 namespace {
 
@@ -49,8 +50,15 @@ void Window::Build() {
   std::vector<Control*> made;
   made.reserve(controls_.size());
   for (const auto& c : controls_) made.push_back(c.get());
-  for (Control* c : made) RunHandler(c->OnOpen);
-  RunHandler(OnOpen);
+  // A window whose opening was stopped by an unhandled exception still shows as designed, so
+  // that the person has it to go on with; the exception then goes on to the event that asked.
+  try {
+    for (Control* c : made) RunHandler(c->OnOpen);
+    RunHandler(OnOpen);
+  } catch (const RuntimeException&) {
+    if (VisibleByDesign) Show();
+    throw;
+  }
   if (VisibleByDesign) Show();
 }
 
@@ -197,7 +205,8 @@ void Window::UserKey(const String& key) {
 
   Control* focused = focus_;
   if (focused) {
-    bool swallowed = RunHandlerBool([&] { return focused->OnKeyDown ? focused->OnKeyDown(key) : false; });
+    bool swallowed =
+        RunHandlerBool([&] { return focused->OnKeyDown ? focused->OnKeyDown(key) : false; });
     if (swallowed) return;
     // KeyDown may have moved the focus or closed the window; the key goes where the focus is now.
     focused = focus_;
