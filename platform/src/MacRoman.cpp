@@ -66,9 +66,7 @@ std::string MacRomanToUtf8(const std::string& bytes) {
 }
 
 std::string Utf8ToMacRoman(const std::string& utf8) {
-  if (std::all_of(utf8.begin(), utf8.end(),
-                  [](char c) { return static_cast<unsigned char>(c) < 0x80; }))
-    return utf8;
+  if (IsAsciiText(utf8)) return utf8;
   // Composed form first, so that an e followed by a combining accent becomes the one code of é.
   // A leading U+FEFF is a character of the text like any other, not a mark to drop.
   QStringDecoder decode(QStringDecoder::Utf8, QStringConverter::Flag::ConvertInitialBom);

@@ -12,8 +12,6 @@
 
 namespace {
 
-bool IsAscii(const std::string& s) { return IsAsciiText(s); }
-
 bool IsContinuation(char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; }
 
 // Whether the string's characters are its bytes read as UTF-8 (else one byte is one Mac Roman
@@ -56,7 +54,7 @@ String Slice(const String& s, std::size_t from, std::size_t to) {
 }  // namespace
 
 std::string FoldCase(const std::string& utf8) {
-  if (IsAscii(utf8)) {
+  if (IsAsciiText(utf8)) {
     std::string out = utf8;
     for (char& c : out)
       if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
@@ -70,7 +68,7 @@ std::string FoldCase(const std::string& utf8) {
 }
 
 std::string FoldCase(std::string&& utf8) {
-  if (!IsAscii(utf8)) return FoldCase(static_cast<const std::string&>(utf8));
+  if (!IsAsciiText(utf8)) return FoldCase(static_cast<const std::string&>(utf8));
   for (char& c : utf8)
     if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
   return std::move(utf8);
@@ -115,7 +113,7 @@ String operator+(const String& a, const String& b) {
 bool operator==(const String& a, const String& b) {
   if (a.encoding_ == b.encoding_ && a.bytes_ == b.bytes_) return true;
   // ASCII bytes are the same characters whatever the tag.
-  if (IsAscii(a.bytes_) && IsAscii(b.bytes_))
+  if (IsAsciiText(a.bytes_) && IsAsciiText(b.bytes_))
     return a.bytes_.size() == b.bytes_.size() && CompareIgnoringCase(a.bytes_, b.bytes_) == 0;
   return EqualsIgnoringCase(a.Utf8(), b.Utf8());
 }
@@ -220,12 +218,12 @@ bool IsValidUtf8(const std::string& bytes) {
 
 bool EqualsIgnoringCase(const std::string& utf8a, const std::string& utf8b) {
   if (utf8a == utf8b) return true;
-  if (IsAscii(utf8a) && IsAscii(utf8b)) return CompareIgnoringCase(utf8a, utf8b) == 0;
+  if (IsAsciiText(utf8a) && IsAsciiText(utf8b)) return CompareIgnoringCase(utf8a, utf8b) == 0;
   return FoldCase(utf8a) == FoldCase(utf8b);
 }
 
 int CompareIgnoringCase(const std::string& utf8a, const std::string& utf8b) {
-  if (IsAscii(utf8a) && IsAscii(utf8b)) {
+  if (IsAsciiText(utf8a) && IsAsciiText(utf8b)) {
     auto lower = [](char c) {
       const auto u = static_cast<unsigned char>(c);
       return u >= 'A' && u <= 'Z' ? static_cast<unsigned char>(u - 'A' + 'a') : u;
