@@ -33,15 +33,22 @@ std::vector<std::string> ListFolder(const std::string& path) {
   return names;
 }
 
-// Written from the start over what is there, as the program writes its files (a file emptied
-// first would cost the file system a flush at its closing).
+// Put in place whole, as the program puts its files: a temporary file beside the name, synced,
+// renamed over it, and the folder synced.
 void WriteFile(const std::string& path, const std::string& bytes) {
-  const int fd = ::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0666);
+  const std::string folder = path.substr(0, path.rfind('/'));
+  const std::string temp = folder + "/.floor-temp";
+  const int fd = ::open(temp.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
   if (fd < 0) return;
-  if (::write(fd, bytes.data(), bytes.size()) < 0) {
+  const bool written = ::write(fd, bytes.data(), bytes.size()) == static_cast<ssize_t>(bytes.size()) && ::fsync(fd) == 0;
+  ::close(fd);
+  if (!written || ::rename(temp.c_str(), path.c_str()) != 0) return;
+  const int dir = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (dir < 0) return;
+  if (::fsync(dir) != 0) {
     // nothing to be done in a floor
   }
-  ::close(fd);
+  ::close(dir);
 }
 
 void PString(std::string& out, const std::string& s) {

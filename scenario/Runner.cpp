@@ -1,10 +1,16 @@
 #include "scenario/Runner.h"
 
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 
+#include "FileSteps.h"
 #include "core/App.h"
 #include "core/Module1.h"
 
@@ -54,6 +60,8 @@ const std::vector<Runner::Verb>& Runner::Verbs() {
       {"file", &Runner::File, "file <path> hex <hex>... | file <path> text \"<string>\"", false},
       {"folder", &Runner::Folder, "folder <path>", false},
       {"remove", &Runner::Remove, "remove <path>", false},
+      {"link", &Runner::Link, "link <path> \"<target>\"", false},
+      {"pipe", &Runner::Pipe, "pipe <path>", false},
       {"start", &Runner::Start, "start", false},
       {"quit", &Runner::Quit, "quit", false},
       {"restart", &Runner::Restart, "restart", false},
@@ -114,6 +122,22 @@ std::string Runner::NativePath(const std::string& path, const Where& where) cons
   return native;
 }
 
+void Runner::SetFault(FaultKind kind, long step) {
+  fault_ = {kind, step, 0, false};
+  if (kind == FaultKind::None) {
+    rbi::SetFileStepHook(nullptr);
+    return;
+  }
+  // Steps are counted from the start of the run: the step-th write, sync or rename of a file.
+  rbi::SetFileStepHook([this](rbi::FileStep) {
+    if (fault_.kind == FaultKind::None) return 0;
+    if (++fault_.seen < fault_.step && !fault_.failing) return 0;
+    if (fault_.kind == FaultKind::Kill) ::raise(SIGKILL);
+    fault_.failing = true;
+    return ENOSPC;
+  });
+}
+
 void Runner::ApplySettings() {
   Date::SetToday(year_, month_, day_);
   Date::SetShortDateFormat(shortDate_);
@@ -165,6 +189,8 @@ void Runner::Execute(const Command& c) {
     lastFrom_ = before;
     lastTo_ = screen_->Exceptions().size();
   }
+  // A full disk lasts until the person has seen what it did: to the end of this command.
+  if (fault_.failing) fault_.kind = FaultKind::None, fault_.failing = false;
   if (screen_->Ended()) running_ = false;
 }
 
@@ -183,7 +209,11 @@ Outcome Runner::Run(const Scenario& scenario) {
     return out;
   }
 
-  folder_ = MakeFolder();
+  folder_ = fixedFolder_.empty() ? MakeFolder() : fixedFolder_;
+  if (!fixedFolder_.empty()) {
+    std::error_code ec;
+    fs::create_directories(folder_, ec);
+  }
   if (folder_.empty()) {
     out.passed = false;
     out.failure = {scenario.where, "a new program folder", "mkdtemp failed"};
@@ -227,7 +257,7 @@ Outcome Runner::Run(const Scenario& scenario) {
   }
   SetScreen(nullptr);
   screen_.reset();
-  if (keep_) {
+  if (keep_ || !fixedFolder_.empty()) {
     out.folder = folder_;
   } else {
     std::error_code ec;
@@ -307,6 +337,30 @@ void Runner::File(Args& a) {
   if (!f) Fail(a.where(), "a file written at " + path, "it could not be written");
 }
 
+// A symbolic link, its target written as it stands: relative to the link's own folder, or absolute.
+void Runner::Link(Args& a) {
+  std::string path = a.Name("a path");
+  std::string target = a.Quoted("a target in quotes");
+  a.End();
+  if (dry_) return;
+  fs::path native = NativePath(path, a.where());
+  std::error_code ec;
+  fs::create_directories(native.parent_path(), ec);
+  fs::create_symlink(target, native, ec);
+  if (ec) Fail(a.where(), "a link made at " + path, ec.message());
+}
+
+// A named pipe, which blocks whoever opens it until someone is at the other end.
+void Runner::Pipe(Args& a) {
+  std::string path = a.Name("a path");
+  a.End();
+  if (dry_) return;
+  fs::path native = NativePath(path, a.where());
+  std::error_code ec;
+  fs::create_directories(native.parent_path(), ec);
+  if (::mkfifo(native.c_str(), 0666) != 0) Fail(a.where(), "a pipe made at " + path, std::strerror(errno));
+}
+
 void Runner::Folder(Args& a) {
   std::string path = a.Name("a path");
   a.End();
@@ -340,6 +394,8 @@ void Runner::DoStart() {
   screen_->SetEnded(false);
   ApplySettings();
   SetProgramFolder(folder_);
+  if (HoldProgramFolder() == FolderHold::HeldByAnother)
+    Fail(Current(), "the program's folder free to start in", "another copy holds it");
   SetScreen(screen_.get());
   running_ = true;
   StartProgram();

@@ -23,9 +23,19 @@ struct Outcome {
   std::string folder;  // the program folder, when kept
 };
 
+// A fault of the disk, for the tests of what a saving leaves behind: the process killed at a
+// step of writing a file, or the disk full from that step on.
+enum class FaultKind { None, Kill, Full };
+
 class Runner {
  public:
   explicit Runner(bool keepFolders) : keep_(keepFolders) {}
+
+  // Every scenario runs in this folder, as it is, and the folder stays.
+  void UseFolder(const std::string& folder) { fixedFolder_ = folder; }
+  // From the step-th write, sync or rename of a file in the run: the process is killed there, or
+  // that step and every later one fails with a full disk until the command it happened in ends.
+  void SetFault(FaultKind kind, long step);
 
   Outcome Run(const Scenario& scenario);
 
@@ -61,6 +71,8 @@ class Runner {
   void File(Args& a);
   void Folder(Args& a);
   void Remove(Args& a);
+  void Link(Args& a);
+  void Pipe(Args& a);
   // The program's life.
   void Start(Args& a);
   void Quit(Args& a);
@@ -119,6 +131,12 @@ class Runner {
   MenuItem* FindMenuItem(const std::string& name, const Where& where);
 
   bool keep_;
+  std::string fixedFolder_;
+  struct Fault {
+    FaultKind kind = FaultKind::None;
+    long step = 0, seen = 0;
+    bool failing = false;
+  } fault_;
   bool dry_ = false;  // true while commands are only read, before the scenario runs
   std::unique_ptr<RunnerScreen> screen_;
   std::string folder_;

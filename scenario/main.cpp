@@ -1,6 +1,7 @@
-// ledgerly-scenario [--keep] FILE...
+// ledgerly-scenario [--keep] [--folder DIR] [--fault kill:N|full:N] FILE...
 // Runs every scenario of the files against the program with no screen, one line per scenario, and
 // a closing count.
+#include <cstdlib>
 #include <iostream>
 #include <string>
 #include <vector>
@@ -12,7 +13,25 @@
 
 namespace {
 
-void Usage(std::ostream& out) { out << "usage: ledgerly-scenario [--keep] FILE...\n"; }
+void Usage(std::ostream& out) {
+  out << "usage: ledgerly-scenario [--keep] [--folder DIR] [--fault kill:N|full:N] FILE...\n"
+         "  --keep          keep each scenario's folder and print where it is\n"
+         "  --folder DIR    run every scenario in DIR as it stands (made if missing), and keep it\n"
+         "  --fault kill:N  kill the process at the Nth write, sync or rename of a file\n"
+         "  --fault full:N  fail that step and the later ones of its command with a full disk\n";
+}
+
+bool ParseFault(const std::string& text, scn::FaultKind& kind, long& step) {
+  const auto colon = text.find(':');
+  if (colon == std::string::npos) return false;
+  const std::string what = text.substr(0, colon), n = text.substr(colon + 1);
+  if (what == "kill") kind = scn::FaultKind::Kill;
+  else if (what == "full") kind = scn::FaultKind::Full;
+  else return false;
+  char* end = nullptr;
+  step = std::strtol(n.c_str(), &end, 10);
+  return !n.empty() && *end == '\0' && step > 0;
+}
 
 std::string Location(const scn::Where& where) {
   std::string s = "line " + std::to_string(where.line) + ": ";
@@ -25,11 +44,21 @@ std::string Location(const scn::Where& where) {
 int main(int argc, char** argv) {
   InitRuntime(argc, argv);
   bool keep = false;
+  std::string folder;
+  scn::FaultKind fault = scn::FaultKind::None;
+  long step = 0;
   std::vector<std::string> files;
   for (int i = 1; i < argc; ++i) {
     std::string arg = argv[i];
     if (arg == "--keep") {
       keep = true;
+    } else if (arg == "--folder" && i + 1 < argc) {
+      folder = argv[++i];
+    } else if (arg == "--fault" && i + 1 < argc) {
+      if (!ParseFault(argv[++i], fault, step)) {
+        Usage(std::cerr);
+        return 2;
+      }
     } else if (arg == "-h" || arg == "--help") {
       Usage(std::cout);
       return 0;
@@ -47,6 +76,8 @@ int main(int argc, char** argv) {
 
   RegisterWindows();
   scn::Runner runner(keep);
+  if (!folder.empty()) runner.UseFolder(folder);
+  runner.SetFault(fault, step);
   int passed = 0, failed = 0;
   for (const std::string& file : files) {
     scn::Script script = scn::LoadScript(file);

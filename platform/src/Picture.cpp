@@ -1,5 +1,6 @@
 // Pictures: decoded once when opened, drawn at one point to the pixel.
-#include <QFileInfo>
+#include <QBuffer>
+#include <QByteArray>
 #include <QImageReader>
 #include <QString>
 
@@ -11,11 +12,11 @@ Integer Picture::Width() const { return impl_ ? impl_->image.width() : 0; }
 
 Integer Picture::Height() const { return impl_ ? impl_->image.height() : 0; }
 
-Ref<Picture> DecodePicture(const std::string& nativePath) {
-  const QString path = QString::fromStdString(nativePath);
-  const QFileInfo info(path);
-  if (!info.isFile()) return nil;
-  QImageReader reader(path);
+Ref<Picture> DecodePicture(const std::string& bytes) {
+  QByteArray data = QByteArray::fromRawData(bytes.data(), static_cast<qsizetype>(bytes.size()));
+  QBuffer buffer(&data);
+  buffer.open(QIODevice::ReadOnly);
+  QImageReader reader(&buffer);
   reader.setDecideFormatFromContent(true);
   QImage image = reader.read();
   if (image.isNull()) return nil;

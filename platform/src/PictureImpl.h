@@ -10,6 +10,6 @@ struct Picture::Impl {
   QImage image;
 };
 
-// Decodes the file with Qt's image readers (GIF, JPEG, PNG, BMP, TIFF, ...); nil for a folder or
+// Decodes a file's bytes with Qt's image readers (GIF, JPEG, PNG, BMP, TIFF, ...); nil for
 // anything that is no picture.
-Ref<Picture> DecodePicture(const std::string& nativePath);
+Ref<Picture> DecodePicture(const std::string& bytes);

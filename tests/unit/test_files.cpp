@@ -1,6 +1,8 @@
 // Files and folders: field bytes, overwriting, reads past the end, names and listing order.
 #include <dirent.h>
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/file.h>
 #include <stdlib.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -234,6 +236,94 @@ TEST_F(FilesTest, OpenAndCreateFailAsNil) {
   EXPECT_THROW(missing->OpenAsBinaryFile(true)->ReadDouble(), NilObjectException);
 }
 
+// Links and pipes beneath the program's folder: what stands there exists, and every open refuses
+// it at once, for reading and writing, so that nothing is followed and nothing blocks.
+TEST_F(FilesTest, LinksAndPipesAreNeverOpened) {
+  WriteRaw(outer_ + "/victim", "kept");
+  ASSERT_EQ(::symlink("../victim", Path("link").c_str()), 0);
+  ASSERT_EQ(::mkfifo(Path("pipe").c_str(), 0666), 0);
+  ASSERT_EQ(::symlink(outer_.c_str(), Path("folderlink").c_str()), 0);
+  for (const char* name : {"link", "pipe"}) {
+    Ref<FolderItem> f = Folder()->Child(name);
+    EXPECT_TRUE(f->Exists()) << name;
+    EXPECT_EQ(f->OpenAsBinaryFile(false), nil) << name;
+    EXPECT_EQ(f->OpenAsBinaryFile(true), nil) << name;
+    EXPECT_EQ(f->OpenAsTextFile(), nil) << name;
+    EXPECT_EQ(f->CreateBinaryFile("prefs"), nil) << name;
+    EXPECT_EQ(f->CreateTextFile(), nil) << name;
+    EXPECT_EQ(f->OpenAsPicture(), nil) << name;
+  }
+  Ref<FolderItem> through = Folder()->Child("folderlink");
+  EXPECT_TRUE(through->Exists());
+  EXPECT_FALSE(through->Directory());
+  EXPECT_EQ(through->Child("victim"), nil);
+  EXPECT_EQ(through->Count(), 0);
+  EXPECT_EQ(New<FolderItem>(Path("folderlink/victim"))->OpenAsBinaryFile(false), nil);
+  New<FolderItem>(Path("folderlink/planted"))->CreateAsFolder();
+  New<FolderItem>(Path("folderlink/victim"))->Delete();
+  Folder()->Child("link")->Delete();  // the link itself goes, not what it points to
+  EXPECT_EQ(ReadRaw(outer_ + "/victim"), "kept");
+  EXPECT_EQ(OnDisk(outer_), (std::vector<std::string>{"data", "victim"}));
+  // Outside the folder only a picture is read, and a path to a pipe is no usable path at all.
+  EXPECT_EQ(GetFolderItem(String(outer_ + "/victim"))->OpenAsBinaryFile(false), nil);
+  EXPECT_EQ(GetFolderItem(String(Path("pipe"))), nil);
+}
+
+// A file written is put in place whole when its stream closes, with the old one's permissions; a
+// stream for writing that only read leaves the very same file.
+TEST_F(FilesTest, AFileIsReplacedWholeAndOnlyWhenWritten) {
+  WriteRaw(Path("inv"), "\x02" "ab" "\x01" "z");
+  ASSERT_EQ(::chmod(Path("inv").c_str(), 0640), 0);
+  struct stat first {}, st {};
+  ASSERT_EQ(::stat(Path("inv").c_str(), &first), 0);
+  Ref<BinaryStream> s = Folder()->Child("inv")->OpenAsBinaryFile(true);
+  EXPECT_EQ(s->ReadPString().Bytes(), "ab");
+  s->Close();
+  ASSERT_EQ(::stat(Path("inv").c_str(), &st), 0);
+  EXPECT_EQ(st.st_ino, first.st_ino);
+
+  s = Folder()->Child("inv")->OpenAsBinaryFile(true);
+  s->WritePString("cd");
+  EXPECT_EQ(ReadRaw(Path("inv")), "\x02" "ab" "\x01" "z");  // nothing reaches the file before Close
+  s->Close();
+  EXPECT_EQ(ReadRaw(Path("inv")), "\x02" "cd" "\x01" "z");
+  ASSERT_EQ(::stat(Path("inv").c_str(), &st), 0);
+  EXPECT_NE(st.st_ino, first.st_ino);
+  EXPECT_EQ(st.st_mode & 07777, 0640u);
+
+  // A stream dropped without Close, as when an exception stops its handler, keeps what it wrote.
+  Folder()->Child("marker")->CreateTextFile()->WriteLine("Brown");
+  EXPECT_EQ(ReadRaw(Path("marker")), "Brown\n");
+  EXPECT_EQ(OnDisk(dir_), (std::vector<std::string>{"inv", "marker"}));
+}
+
+// Holding the folder takes its lock, which a second copy finds taken, and removes the temporary
+// files that a copy killed in the middle of a saving left: only those, in the folder and the
+// folders directly inside it, never through a link.
+TEST_F(FilesTest, HoldingTheFolderRemovesOnlyTheProgramsOwnLeftovers) {
+  std::filesystem::create_directories(Path("customers/deeper"));
+  std::filesystem::create_directories(outer_ + "/elsewhere");
+  ASSERT_EQ(::symlink("../elsewhere", Path("linked").c_str()), 0);
+  const std::vector<std::string> left = {".ledgerly-Ab3dE9", "customers/.ledgerly-zzzzzz"};
+  const std::vector<std::string> others = {
+      ".ledgerly-abc", ".ledgerly-Ab3dE9x", ".ledgerly-Ab-dE9", "ledgerly-Ab3dE9x", ".stfolder",
+      "customers/deeper/.ledgerly-aaaaaa", "linked/.ledgerly-bbbbbb"};
+  for (const auto& name : left) WriteRaw(Path(name), "");
+  for (const auto& name : others) WriteRaw(Path(name), "");
+  ASSERT_EQ(HoldProgramFolder(), FolderHold::Held);
+  for (const auto& name : left) EXPECT_FALSE(std::filesystem::exists(Path(name))) << name;
+  for (const auto& name : others) EXPECT_TRUE(std::filesystem::exists(Path(name))) << name;
+
+  const int second = ::open(dir_.c_str(), O_RDONLY | O_DIRECTORY);
+  EXPECT_NE(::flock(second, LOCK_EX | LOCK_NB), 0);
+  SetProgramFolder(dir_);  // the hold goes with the descriptor
+  EXPECT_EQ(::flock(second, LOCK_EX | LOCK_NB), 0);
+  WriteRaw(Path(".ledgerly-Cd4eF0"), "");
+  EXPECT_EQ(HoldProgramFolder(), FolderHold::HeldByAnother);
+  EXPECT_TRUE(std::filesystem::exists(Path(".ledgerly-Cd4eF0")));
+  ::close(second);
+}
+
 TEST_F(FilesTest, CreateEmptiesAnExistingFile) {
   WriteRaw(Path("Items"), "old content\n");
   Ref<BinaryStream> b = Folder()->Child("Items")->CreateBinaryFile("prefs");
@@ -409,11 +499,14 @@ TEST_F(FilesTest, ListingFollowsEveryChangeToTheFolder) {
   Folder()->Child("inv")->CreateAsFolder();
   WriteRaw(inv + "/fresh", "");
   EXPECT_EQ(names(Folder()->Child("inv")), std::vector<std::string>{"fresh"});
+  // The program's folder is held open: moved away, it is still the one the program works in,
+  // and a new folder at its old place is left alone.
   std::filesystem::rename(dir_, outer_ + "/moved");
   ASSERT_EQ(::mkdir(dir_.c_str(), 0700), 0);
-  EXPECT_TRUE(names(Folder()).empty());
-  EXPECT_EQ(Folder()->Child("INV")->Name().Bytes(), "INV");
-  EXPECT_FALSE(Folder()->Child("INV")->Exists());
+  EXPECT_EQ(names(Folder()), (std::vector<std::string>{"inv", "old"}));
+  Folder()->Child("INV")->Child("late")->CreateBinaryFile("prefs")->Close();
+  EXPECT_TRUE(std::filesystem::exists(outer_ + "/moved/inv/late"));
+  EXPECT_TRUE(std::filesystem::is_empty(dir_));
 }
 
 TEST_F(FilesTest, ExistsDeleteAndCreateAsFolder) {

@@ -347,7 +347,7 @@ class PictureTest : public GraphicsTest {
 TEST_F(PictureTest, DecodedPicturesHaveTheirNaturalSize) {
   for (const char* format : {"PNG", "BMP", "JPG", "TIFF", "GIF"}) {
     const std::string path = WriteImage((std::string("logo.") + format).c_str(), 120, 45, format);
-    Ref<Picture> p = DecodePicture(path);
+    Ref<Picture> p = GetFolderItem(String(path))->OpenAsPicture();
     ASSERT_NE(p, nil) << format;
     EXPECT_EQ(p->Width(), 120) << format;
     EXPECT_EQ(p->Height(), 45) << format;
@@ -355,17 +355,17 @@ TEST_F(PictureTest, DecodedPicturesHaveTheirNaturalSize) {
 }
 
 TEST_F(PictureTest, AFolderOrAFileThatIsNoPictureGivesNil) {
-  EXPECT_EQ(DecodePicture(dir.path().toStdString()), nil);
+  EXPECT_EQ(GetFolderItem(String(dir.path().toStdString()))->OpenAsPicture(), nil);
   QFile text(dir.filePath("notes.png"));
   ASSERT_TRUE(text.open(QIODevice::WriteOnly));
   text.write("not an image at all");
   text.close();
-  EXPECT_EQ(DecodePicture(text.fileName().toStdString()), nil);
-  EXPECT_EQ(DecodePicture(dir.filePath("missing.png").toStdString()), nil);
+  EXPECT_EQ(GetFolderItem(String(text.fileName().toStdString()))->OpenAsPicture(), nil);
+  EXPECT_EQ(GetFolderItem(String(dir.filePath("missing.png").toStdString()))->OpenAsPicture(), nil);
 }
 
 TEST_F(PictureTest, DrawPictureRecordsTheNaturalSizeOrTheSizeAsked) {
-  Ref<Picture> p = DecodePicture(WriteImage("logo.png", 150, 60, "PNG"));
+  Ref<Picture> p = GetFolderItem(String(WriteImage("logo.png", 150, 60, "PNG")))->OpenAsPicture();
   ASSERT_NE(p, nil);
   Job job;
   Ref<Graphics> g = job.Open();

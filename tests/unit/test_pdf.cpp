@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "GuiApp.h"
+#include "rb/Files.h"
 #include "PictureImpl.h"
 #include "rb/Graphics.h"
 #include "rb/Runtime.h"
@@ -185,7 +186,7 @@ TEST_F(PdfTest, APictureGoesOnThePageAtItsNaturalSize) {
   image.fill(Qt::darkGreen);
   const QString png = Path("logo.png");
   ASSERT_TRUE(image.save(png, "PNG"));
-  Ref<Picture> logo = DecodePicture(png.toStdString());
+  Ref<Picture> logo = GetFolderItem(String(png.toStdString()))->OpenAsPicture();
   ASSERT_NE(logo, nil);
 
   const QString withLogo = Path("logo.pdf");

@@ -48,6 +48,14 @@ class OutOfBoundsException : public RuntimeException {
   const char* ClassName() const override { return "OutOfBoundsException"; }
 };
 
+// A file that could not be written whole: the disk is full, or the system refused the write. The
+// file keeps what it held before.
+class IOException : public RuntimeException {
+ public:
+  explicit IOException(const std::string& what) : RuntimeException("A file could not be written: " + what) {}
+  const char* ClassName() const override { return "IOException"; }
+};
+
 // `nil`, as the code writes it: `if (f != nil && f->Exists())`.
 constexpr std::nullptr_t nil = nullptr;
 

@@ -12,6 +12,7 @@ class BinaryStream;
 class TextInputStream;
 namespace rbi {
 struct FolderListing;
+class FileImage;
 }
 class TextOutputStream;
 class Picture;
@@ -22,6 +23,13 @@ class Picture;
 // case is found before a new name is made) and never reaches outside its folder. A "/" in a leaf
 // name is stored on disk as U+2215 and Name gives "/" back. The empty name, ".", "..", a name
 // with a NUL byte and a name over 255 bytes on disk give nil.
+//
+// Safety: beneath the program's folder no symbolic link is followed, for reading or writing: an
+// open of a link, or of anything reached through one, gives nil, as does an open of a pipe, socket
+// or device (so nothing blocks), while Exists tells the truth about the entry itself. Nothing is
+// opened, made or removed outside the program's folder; the one thing read from outside is a
+// picture. A file written is put in place whole when its stream closes: the old file stays until
+// the new one is complete on disk (see BinaryStream).
 class FolderItem {
  public:
   explicit FolderItem(std::string nativePath);
@@ -61,10 +69,21 @@ Ref<FolderItem> GetOpenFolderItem(const String& filter);
 void SetProgramFolder(const std::string& nativePath);
 std::string ProgramFolderPath();
 
+// One copy of the program per folder. The hold is a lock on the folder's own descriptor, so it
+// leaves no entry behind and ends with the process. Once held, the temporary files of a copy that
+// died in the middle of a saving are removed.
+enum class FolderHold { Held, HeldByAnother, Unavailable };
+FolderHold HoldProgramFolder();
+
 // Big-endian fields: PString, Single, Double, Boolean. Reads past the end give "", 0 and False.
+//
+// A stream for writing works on the file's image in memory. Close puts the image in place whole
+// (through a temporary file, synced and renamed over the old one) and raises IOException when
+// that fails, the old file left as it was. A stream opened for writing that wrote nothing leaves
+// the file untouched. A stream dropped without Close still puts what it wrote in place.
 class BinaryStream {
  public:
-  BinaryStream(int fd, bool writable);
+  explicit BinaryStream(std::unique_ptr<rbi::FileImage> file);
   ~BinaryStream();
   BinaryStream(const BinaryStream&) = delete;
   BinaryStream& operator=(const BinaryStream&) = delete;
@@ -81,14 +100,7 @@ class BinaryStream {
 
  private:
   bool ReadBytes(void* out, std::size_t n);
-  void WriteBytes(const void* in, std::size_t n);
-  std::size_t ReadAhead(void* out, std::size_t n);
-  int fd_ = -1;
-  bool writable_ = false;
-  // Reads are taken from the file a block at a time; a write first puts the file back where the
-  // reading stands.
-  std::string readAhead_;
-  std::size_t readPos_ = 0;
+  std::unique_ptr<rbi::FileImage> file_;
 };
 
 class TextInputStream {
@@ -104,9 +116,10 @@ class TextInputStream {
   std::size_t pos_ = 0;
 };
 
+// Written as BinaryStream is: the file is put in place whole at Close.
 class TextOutputStream {
  public:
-  explicit TextOutputStream(int fd);
+  explicit TextOutputStream(std::unique_ptr<rbi::FileImage> file);
   ~TextOutputStream();
   TextOutputStream(const TextOutputStream&) = delete;
   TextOutputStream& operator=(const TextOutputStream&) = delete;
@@ -114,5 +127,5 @@ class TextOutputStream {
   void Close();
 
  private:
-  int fd_ = -1;
+  std::unique_ptr<rbi::FileImage> file_;
 };

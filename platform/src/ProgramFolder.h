@@ -1,0 +1,37 @@
+// Inside the platform: the program's folder, held open from its first use. Every file beneath it is
+// reached from that descriptor one folder at a time, with no symbolic link followed, so nothing the
+// program does lands outside it; the folder itself may be reached through a link.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "Fd.h"
+
+namespace rbi {
+
+class ProgramFolder {
+ public:
+  static const std::string& Path();
+  // The folder open, or -1 when it can't be opened.
+  static int Descriptor();
+  static void Set(const std::string& nativePath);
+
+  // The names on the way from the program folder down to a native path; false when the path
+  // lies outside the folder.
+  static bool Split(const std::string& native, std::vector<std::string>& parts);
+  // The folder named by the first `count` parts, each a real folder and no link; closed when the
+  // way is barred.
+  static Fd OpenFolder(const std::vector<std::string>& parts, std::size_t count);
+
+  // The lock on the folder's own descriptor: one copy of the program per folder.
+  static bool TryLock(bool* heldElsewhere);
+  // The temporary files that a copy which died in the middle of a saving left, in the folder and
+  // the folders directly inside it.
+  static void RemoveLeftovers();
+  // Names the folder itself, whatever path reached it: device and inode.
+  static std::string Identity();
+};
+
+}  // namespace rbi
