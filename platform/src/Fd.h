@@ -1,8 +1,9 @@
-// Inside the platform: a file descriptor that closes itself, or one only borrowed.
+// Inside the platform: a file descriptor that closes itself.
 #pragma once
 
 #include <unistd.h>
 
+#include <memory>
 #include <utility>
 
 namespace rbi {
@@ -10,14 +11,12 @@ namespace rbi {
 class Fd {
  public:
   Fd() = default;
-  static Fd Own(int fd) { return Fd(fd, true); }
-  static Fd Borrow(int fd) { return Fd(fd, false); }
-  Fd(Fd&& o) noexcept : fd_(std::exchange(o.fd_, -1)), owned_(o.owned_) {}
+  static Fd Own(int fd) { return Fd(fd); }
+  Fd(Fd&& o) noexcept : fd_(std::exchange(o.fd_, -1)) {}
   Fd& operator=(Fd&& o) noexcept {
     if (this != &o) {
       Reset();
       fd_ = std::exchange(o.fd_, -1);
-      owned_ = o.owned_;
     }
     return *this;
   }
@@ -28,14 +27,17 @@ class Fd {
   int get() const { return fd_; }
   explicit operator bool() const { return fd_ >= 0; }
   void Reset() {
-    if (owned_ && fd_ >= 0) ::close(fd_);
+    if (fd_ >= 0) ::close(fd_);
     fd_ = -1;
   }
 
  private:
-  Fd(int fd, bool owned) : fd_(fd), owned_(owned) {}
+  explicit Fd(int fd) : fd_(fd) {}
   int fd_ = -1;
-  bool owned_ = false;
 };
+
+// A folder held open, shared by the items found in it and the streams that write there, so that
+// it stays the folder they were found in, whatever happens to the path meanwhile.
+using FolderRef = std::shared_ptr<const Fd>;
 
 }  // namespace rbi

@@ -56,7 +56,7 @@ bool IsTemporaryName(std::string_view name) {
 std::unique_ptr<Replacement> Replacement::Begin(FilePlace place, const struct stat* old) {
   for (int attempt = 0; attempt < 100; ++attempt) {
     std::string name = NewTemporaryName();
-    const int fd = ::openat(place.folder.get(), name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC,
+    const int fd = ::openat(place.folder->get(), name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC,
                             0666);
     if (fd < 0 && errno == EEXIST) continue;
     if (fd < 0) return nullptr;
@@ -78,11 +78,11 @@ Replacement::Replacement(FilePlace place, Fd temp, std::string tempName)
     : place_(std::move(place)), temp_(std::move(temp)), tempName_(std::move(tempName)) {}
 
 Replacement::~Replacement() {
-  if (!done_) ::unlinkat(place_.folder.get(), tempName_.c_str(), 0);
+  if (!done_) ::unlinkat(place_.folder->get(), tempName_.c_str(), 0);
 }
 
 void Replacement::Fail(int error, const char* what) {
-  if (!done_) ::unlinkat(place_.folder.get(), tempName_.c_str(), 0);
+  if (!done_) ::unlinkat(place_.folder->get(), tempName_.c_str(), 0);
   done_ = true;
   temp_.Reset();
   throw IOException(std::string(what) + " \"" + place_.leaf + "\": " + std::strerror(error));
@@ -101,12 +101,12 @@ void Replacement::Commit(const std::string& bytes) {
   }
   if (Step(FileStep::Sync, [&] { return ::fsync(temp_.get()); }) != 0) Fail(errno, "could not write");
   if (Step(FileStep::Rename, [&] {
-        return ::renameat(place_.folder.get(), tempName_.c_str(), place_.folder.get(), place_.leaf.c_str());
+        return ::renameat(place_.folder->get(), tempName_.c_str(), place_.folder->get(), place_.leaf.c_str());
       }) != 0)
     Fail(errno, "could not put in place");
   done_ = true;
   temp_.Reset();
-  if (Step(FileStep::Sync, [&] { return ::fsync(place_.folder.get()); }) != 0) Fail(errno, "could not keep");
+  if (Step(FileStep::Sync, [&] { return ::fsync(place_.folder->get()); }) != 0) Fail(errno, "could not keep");
 }
 
 }  // namespace rbi

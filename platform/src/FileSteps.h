@@ -28,7 +28,7 @@ bool IsTemporaryName(std::string_view name);
 
 // Where a file lies: its folder, held open, and its name there.
 struct FilePlace {
-  Fd folder;
+  FolderRef folder;
   std::string leaf;
 };
 

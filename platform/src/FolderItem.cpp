@@ -43,27 +43,36 @@ std::string CurrentFolder() {
   return buf.data();
 }
 
-// The folder an item names, open: beneath the program's folder with no link on the way; outside
-// it, as the system finds it, for reading only.
-Fd OpenAsFolder(const std::string& path) {
+std::string LeafOf(const std::string& path) { return path.substr(path.rfind('/') + 1); }
+
+// An item as a folder, open. Beneath the program's folder with no link on the way, and then
+// `inside` is set; outside it, as the system finds it, for reading only.
+rbi::FolderRef OpenAsFolder(const std::string& path, const rbi::FolderRef& folder, bool* inside) {
+  *inside = true;
+  if (folder) {
+    const int fd = ::openat(folder->get(), LeafOf(path).c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
+    return fd >= 0 ? std::make_shared<const Fd>(Fd::Own(fd)) : nullptr;
+  }
   std::vector<std::string> parts;
   if (ProgramFolder::Split(path, parts)) return ProgramFolder::OpenFolder(parts, parts.size());
+  *inside = false;
   const int fd = ::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  return fd >= 0 ? Fd::Own(fd) : Fd();
+  return fd >= 0 ? std::make_shared<const Fd>(Fd::Own(fd)) : nullptr;
 }
 
 // The folder that holds an item beneath the program's folder, open with no link on the way, and
 // the item's name there. Nothing for the program's folder itself and for what lies outside it.
-std::optional<FilePlace> PlaceOf(const std::string& path) {
+std::optional<FilePlace> PlaceOf(const std::string& path, const rbi::FolderRef& folder) {
+  if (folder) return FilePlace{folder, LeafOf(path)};
   std::vector<std::string> parts;
   if (!ProgramFolder::Split(path, parts) || parts.empty()) return std::nullopt;
-  Fd folder = ProgramFolder::OpenFolder(parts, parts.size() - 1);
-  if (!folder) return std::nullopt;
-  return FilePlace{std::move(folder), std::move(parts.back())};
+  rbi::FolderRef held = ProgramFolder::OpenFolder(parts, parts.size() - 1);
+  if (!held) return std::nullopt;
+  return FilePlace{std::move(held), std::move(parts.back())};
 }
 
 bool EntryState(const FilePlace& p, struct stat* st) {
-  return ::fstatat(p.folder.get(), p.leaf.c_str(), st, AT_SYMLINK_NOFOLLOW) == 0;
+  return ::fstatat(p.folder->get(), p.leaf.c_str(), st, AT_SYMLINK_NOFOLLOW) == 0;
 }
 
 Fd Checked(int fd, struct stat* st) {
@@ -79,7 +88,7 @@ Fd OpenPlainFile(const FilePlace& p, int access, struct stat* st) {
   if (!EntryState(p, st) || !S_ISREG(st->st_mode)) return Fd();
   int fd;
   do {
-    fd = ::openat(p.folder.get(), p.leaf.c_str(), access | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+    fd = ::openat(p.folder->get(), p.leaf.c_str(), access | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
   } while (fd < 0 && errno == EINTR);
   return Checked(fd, st);
 }
@@ -98,14 +107,14 @@ std::string ReadAll(int fd) {
 
 // A new file, or a new content for the plain file at a place that this process may write; nil
 // for anything else, and when the folder takes no new file.
-std::unique_ptr<rbi::FileImage> CreateImage(const std::string& path) {
-  std::optional<FilePlace> place = PlaceOf(path);
+std::unique_ptr<rbi::FileImage> CreateImage(const std::string& path, const rbi::FolderRef& folder) {
+  std::optional<FilePlace> place = PlaceOf(path, folder);
   if (!place) return nullptr;
   struct stat st {};
   const bool had = EntryState(*place, &st);
   if (had) {
     if (!S_ISREG(st.st_mode)) return nullptr;
-    const int test = ::openat(place->folder.get(), place->leaf.c_str(),
+    const int test = ::openat(place->folder->get(), place->leaf.c_str(),
                               O_WRONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
     if (test < 0) return nullptr;
     ::close(test);
@@ -122,15 +131,23 @@ FolderItem::FolderItem(std::string nativePath) : path_(std::move(nativePath)) {
   while (path_.size() > 1 && path_.back() == '/') path_.pop_back();
 }
 
+FolderItem::FolderItem(std::string nativePath, std::shared_ptr<const rbi::Fd> folder)
+    : path_(std::move(nativePath)), folder_(std::move(folder)) {}
+
 Ref<FolderItem> FolderItem::Child(const String& name) {
   const std::string onDisk = rbi::StoredName(name.Utf8());
   if (onDisk.empty() || onDisk == "." || onDisk == ".." || onDisk.size() > rbi::kMaxNameBytes ||
       onDisk.find('\0') != std::string::npos)
     return nil;
-  const Fd self = OpenAsFolder(path_);
+  bool inside = false;
+  const rbi::FolderRef self = OpenAsFolder(path_, folder_, &inside);
   if (!self) return nil;
+  // An item found beneath the program's folder keeps the folder it was found in.
+  auto child = [&](std::string_view leaf) {
+    return New<FolderItem>(Join(path_, leaf), inside ? self : nullptr);
+  };
   struct stat st {};
-  if (::fstatat(self.get(), onDisk.c_str(), &st, AT_SYMLINK_NOFOLLOW) == 0) return New<FolderItem>(Join(path_, onDisk));
+  if (::fstatat(self->get(), onDisk.c_str(), &st, AT_SYMLINK_NOFOLLOW) == 0) return child(onDisk);
 
   // An entry whose name differs only in case is this child; of several, the lowest by bytes. A
   // new invoice's name is looked for here in a folder of thousands: in a kept listing the names of
@@ -149,25 +166,27 @@ Ref<FolderItem> FolderItem::Child(const String& name) {
       any = true;
     }
   };
-  if (const auto listing = rbi::KeptListing(path_, self.get())) {
+  if (const auto listing = rbi::KeptListing(path_, self->get())) {
     std::size_t at = rbi::FirstNotBefore(*listing, [&shownKey](std::string_view entry) {
       return rbi::CompareWithKey(entry, shownKey) < 0;
     });
     for (; at < listing->size() && rbi::CompareWithKey((*listing)[at], shownKey) == 0; ++at) consider((*listing)[at]);
-  } else if (DIR* dir = rbi::ReadEntries(self.get())) {
+  } else if (DIR* dir = rbi::ReadEntries(self->get())) {
     while (const dirent* e = ::readdir(dir)) {
       const std::string_view n(e->d_name);
       if (n != "." && n != "..") consider(n);
     }
     ::closedir(dir);
   }
-  return New<FolderItem>(Join(path_, any ? found : onDisk));
+  return child(any ? found : onDisk);
 }
 
 void FolderItem::LoadListing() {
-  const Fd self = OpenAsFolder(path_);
-  listing_ = self ? rbi::KeptListing(path_, self.get()) : nullptr;
-  if (!listing_) listing_ = self ? rbi::ReadListing(path_, self.get()) : std::make_shared<const rbi::FolderListing>();
+  bool inside = false;
+  const rbi::FolderRef self = OpenAsFolder(path_, folder_, &inside);
+  listing_ = self ? rbi::KeptListing(path_, self->get()) : nullptr;
+  if (!listing_) listing_ = self ? rbi::ReadListing(path_, self->get()) : std::make_shared<const rbi::FolderListing>();
+  listedFolder_ = inside ? self : nullptr;
   listed_ = true;
 }
 
@@ -181,20 +200,25 @@ Integer FolderItem::Count() {
 Ref<FolderItem> FolderItem::Item(Integer i) {
   if (!listed_) LoadListing();
   if (i < 1 || static_cast<std::size_t>(i) > listing_->size()) return nil;
-  return New<FolderItem>(Join(path_, (*listing_)[static_cast<std::size_t>(i) - 1]));
+  return New<FolderItem>(Join(path_, (*listing_)[static_cast<std::size_t>(i) - 1]), listedFolder_);
 }
 
 // True for whatever stands at the name, a link included; it is the opening that refuses.
 bool FolderItem::Exists() {
-  std::vector<std::string> parts;
   struct stat st {};
-  if (!ProgramFolder::Split(path_, parts)) return ::stat(path_.c_str(), &st) == 0;
-  if (parts.empty()) return ProgramFolder::Descriptor() >= 0;
-  const std::optional<FilePlace> place = PlaceOf(path_);
+  if (!folder_) {
+    std::vector<std::string> parts;
+    if (!ProgramFolder::Split(path_, parts)) return ::stat(path_.c_str(), &st) == 0;
+    if (parts.empty()) return ProgramFolder::Descriptor() >= 0;
+  }
+  const std::optional<FilePlace> place = PlaceOf(path_, folder_);
   return place && EntryState(*place, &st);
 }
 
-bool FolderItem::Directory() { return static_cast<bool>(OpenAsFolder(path_)); }
+bool FolderItem::Directory() {
+  bool inside = false;
+  return OpenAsFolder(path_, folder_, &inside) != nullptr;
+}
 
 String FolderItem::Name() {
   if (path_ == "/") return String();
@@ -207,20 +231,20 @@ String FolderItem::Name() {
 String FolderItem::AbsolutePath() { return rbi::NameString(path_); }
 
 void FolderItem::Delete() {
-  if (const std::optional<FilePlace> place = PlaceOf(path_)) {
-    if (::unlinkat(place->folder.get(), place->leaf.c_str(), 0) != 0 && errno == EISDIR)
-      ::unlinkat(place->folder.get(), place->leaf.c_str(), AT_REMOVEDIR);
+  if (const std::optional<FilePlace> place = PlaceOf(path_, folder_)) {
+    if (::unlinkat(place->folder->get(), place->leaf.c_str(), 0) != 0 && errno == EISDIR)
+      ::unlinkat(place->folder->get(), place->leaf.c_str(), AT_REMOVEDIR);
   }
 }
 
 void FolderItem::CreateAsFolder() {
-  if (const std::optional<FilePlace> place = PlaceOf(path_)) ::mkdirat(place->folder.get(), place->leaf.c_str(), 0777);
+  if (const std::optional<FilePlace> place = PlaceOf(path_, folder_)) ::mkdirat(place->folder->get(), place->leaf.c_str(), 0777);
 }
 
 // A file that can be read but not written can't be opened for writing, and one opened for
 // writing is only replaced once something is written to it.
 Ref<BinaryStream> FolderItem::OpenAsBinaryFile(bool write) {
-  std::optional<FilePlace> place = PlaceOf(path_);
+  std::optional<FilePlace> place = PlaceOf(path_, folder_);
   if (!place) return nil;
   struct stat st {};
   Fd fd = OpenPlainFile(*place, write ? O_RDWR : O_RDONLY, &st);
@@ -231,13 +255,13 @@ Ref<BinaryStream> FolderItem::OpenAsBinaryFile(bool write) {
 }
 
 Ref<BinaryStream> FolderItem::CreateBinaryFile(const String& /*typeName*/) {
-  auto image = CreateImage(path_);
+  auto image = CreateImage(path_, folder_);
   if (!image) return nil;
   return New<BinaryStream>(std::move(image));
 }
 
 Ref<TextInputStream> FolderItem::OpenAsTextFile() {
-  const std::optional<FilePlace> place = PlaceOf(path_);
+  const std::optional<FilePlace> place = PlaceOf(path_, folder_);
   if (!place) return nil;
   struct stat st {};
   const Fd fd = OpenPlainFile(*place, O_RDONLY, &st);
@@ -246,7 +270,7 @@ Ref<TextInputStream> FolderItem::OpenAsTextFile() {
 }
 
 Ref<TextOutputStream> FolderItem::CreateTextFile() {
-  auto image = CreateImage(path_);
+  auto image = CreateImage(path_, folder_);
   if (!image) return nil;
   return New<TextOutputStream>(std::move(image));
 }
@@ -256,9 +280,9 @@ Ref<Picture> FolderItem::OpenAsPicture() {
   std::vector<std::string> parts;
   struct stat st {};
   Fd fd;
-  if (!ProgramFolder::Split(path_, parts)) {
+  if (!folder_ && !ProgramFolder::Split(path_, parts)) {
     fd = Checked(::open(path_.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC), &st);
-  } else if (const std::optional<FilePlace> place = PlaceOf(path_)) {
+  } else if (const std::optional<FilePlace> place = PlaceOf(path_, folder_)) {
     fd = OpenPlainFile(*place, O_RDONLY, &st);
   }
   if (!fd) return nil;

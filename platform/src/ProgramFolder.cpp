@@ -53,7 +53,7 @@ std::string DefaultPath() {
 struct State {
   std::string path;
   bool opened = false;
-  int fd = -1;
+  FolderRef root;  // items and streams may hold it on after the folder is changed
 };
 
 State& Current() {
@@ -91,19 +91,25 @@ const std::string& ProgramFolder::Path() {
   return s.path;
 }
 
-int ProgramFolder::Descriptor() {
+FolderRef ProgramFolder::Root() {
   State& s = Current();
   if (!s.opened) {
     s.opened = true;
-    s.fd = ::open(Path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    const int fd = ::open(Path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (fd >= 0) s.root = std::make_shared<const Fd>(Fd::Own(fd));
   }
-  return s.fd;
+  return s.root;
 }
 
+int ProgramFolder::Descriptor() {
+  const FolderRef root = Root();
+  return root ? root->get() : -1;
+}
+
+// The hold goes with the last holder of the old descriptor.
 void ProgramFolder::Set(const std::string& nativePath) {
   State& s = Current();
-  if (s.fd >= 0) ::close(s.fd);  // and with it the hold
-  s.fd = -1;
+  s.root.reset();
   s.opened = false;
   s.path = nativePath.empty() ? std::string() : FolderItem(nativePath).NativePath();
 }
@@ -126,14 +132,11 @@ bool ProgramFolder::Split(const std::string& native, std::vector<std::string>& p
   return true;
 }
 
-Fd ProgramFolder::OpenFolder(const std::vector<std::string>& parts, std::size_t count) {
-  const int root = Descriptor();
-  if (root < 0) return Fd();
-  Fd at = Fd::Borrow(root);
-  for (std::size_t i = 0; i < count; ++i) {
-    const int next = ::openat(at.get(), parts[i].c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
-    if (next < 0) return Fd();
-    at = Fd::Own(next);
+FolderRef ProgramFolder::OpenFolder(const std::vector<std::string>& parts, std::size_t count) {
+  FolderRef at = Root();
+  for (std::size_t i = 0; at && i < count; ++i) {
+    const int next = ::openat(at->get(), parts[i].c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
+    at = next >= 0 ? std::make_shared<const Fd>(Fd::Own(next)) : nullptr;
   }
   return at;
 }

@@ -14,16 +14,17 @@ namespace rbi {
 class ProgramFolder {
  public:
   static const std::string& Path();
-  // The folder open, or -1 when it can't be opened.
+  // The folder open, or -1 (null) when it can't be opened.
   static int Descriptor();
+  static FolderRef Root();
   static void Set(const std::string& nativePath);
 
   // The names on the way from the program folder down to a native path; false when the path
   // lies outside the folder.
   static bool Split(const std::string& native, std::vector<std::string>& parts);
-  // The folder named by the first `count` parts, each a real folder and no link; closed when the
+  // The folder named by the first `count` parts, each a real folder and no link; null when the
   // way is barred.
-  static Fd OpenFolder(const std::vector<std::string>& parts, std::size_t count);
+  static FolderRef OpenFolder(const std::vector<std::string>& parts, std::size_t count);
 
   // The lock on the folder's own descriptor: one copy of the program per folder.
   static bool TryLock(bool* heldElsewhere);

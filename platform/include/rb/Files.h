@@ -13,6 +13,7 @@ class TextInputStream;
 namespace rbi {
 struct FolderListing;
 class FileImage;
+class Fd;
 }
 class TextOutputStream;
 class Picture;
@@ -33,6 +34,8 @@ class Picture;
 class FolderItem {
  public:
   explicit FolderItem(std::string nativePath);
+  // For the platform: an item found in a folder beneath the program's folder, held open.
+  FolderItem(std::string nativePath, std::shared_ptr<const rbi::Fd> folder);
 
   Ref<FolderItem> Child(const String& name);
   Ref<FolderItem> Item(Integer i);  // counted from 1, in the order of the names ignoring case
@@ -54,6 +57,11 @@ class FolderItem {
  private:
   void LoadListing();
   std::string path_;
+  // The folder this item was found in, beneath the program's folder, with no link on the way;
+  // null when not known (the item is found again from the program's folder) or outside it.
+  std::shared_ptr<const rbi::Fd> folder_;
+  // This item as a folder, when it was listed beneath the program's folder: its entries' folder.
+  std::shared_ptr<const rbi::Fd> listedFolder_;
   bool listed_ = false;
   // On-disk names, sorted; shared with the platform's store of listings and never changed.
   std::shared_ptr<const rbi::FolderListing> listing_;
