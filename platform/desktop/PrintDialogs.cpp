@@ -95,11 +95,11 @@ std::unique_ptr<PageSurface> RunPrintDialog(const PrinterSetup* setup, QWidget* 
   return std::make_unique<PrinterSurface>(std::move(printer));
 }
 
-bool RunPageSetupDialog(PrinterSetup& setup) {
+bool RunPageSetupDialog(PrinterSetup& setup, QWidget* parent) {
   QPrinter printer(QPrinter::ScreenResolution);
   PointsOnFullPage(printer);
   ApplySetup(printer, setup);
-  QPageSetupDialog dialog(&printer, nullptr);
+  QPageSetupDialog dialog(&printer, parent);
   dialog.setWindowModality(Qt::ApplicationModal);
   if (dialog.exec() != QDialog::Accepted) return false;
   const QPageLayout layout = printer.pageLayout();

@@ -16,7 +16,7 @@ class QWidget;
 namespace desk {
 
 std::unique_ptr<PageSurface> RunPrintDialog(const PrinterSetup* setup, QWidget* parent);
-bool RunPageSetupDialog(PrinterSetup& setup);
+bool RunPageSetupDialog(PrinterSetup& setup, QWidget* parent);
 Ref<FolderItem> RunOpenFileDialog(const String& filter, QWidget* parent);
 
 // "image/gif;image/jpeg" as the dialog's name filter: "Pictures (*.gif *.jpg ...)".

@@ -1,6 +1,6 @@
 // A window of the program as a top-level widget: the fixed form at its design size, its controls
-// at their design places. Resizing the window cuts the form off or leaves white space; nothing
-// moves.
+// at their design places. Resizing the window cuts the form off or leaves white space; only
+// controls locked to the right or bottom edge move or grow with it.
 #pragma once
 
 #include <QWidget>
@@ -39,9 +39,13 @@ class WindowView : public QWidget {
   bool event(QEvent* e) override;
   void keyPressEvent(QKeyEvent* e) override;
   void closeEvent(QCloseEvent* e) override;
+  void changeEvent(QEvent* e) override;
+  void paintEvent(QPaintEvent* e) override;
 
  private:
   void Place();
+  // The form takes the size of the area under the menu bar; locked controls follow it.
+  void FollowSize(QSize size);
   Window& window_;
   DesktopScreen& screen_;
   QWidget* form_;
