@@ -81,7 +81,7 @@ void DesktopScreen::MsgBox(const String& text) {
   ReleaseViews();
   OutermostScope outermost;
   QMessageBox box(QMessageBox::NoIcon, QString(), ToWidgetText(text), QMessageBox::Ok, FrontWidget());
-  box.setWindowModality(Qt::ApplicationModal);
+  MakeModal(box);
   box.exec();
 }
 
@@ -109,7 +109,7 @@ void DesktopScreen::UnhandledException(const RuntimeException& e) {
   auto show = [this, text] {
     OutermostScope outermost;
     QMessageBox box(QMessageBox::Critical, QString(), text, QMessageBox::Ok, FrontWidget());
-    box.setWindowModality(Qt::ApplicationModal);
+    MakeModal(box);
     box.exec();
   };
   // No dialog from inside a paint: it waits for the loop to come round.

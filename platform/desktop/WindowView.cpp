@@ -22,6 +22,22 @@ namespace desk {
 
 bool IsModalFrame(Integer frame) { return frame == 1 || frame == 2 || frame == 8; }
 
+// A modal window asks for neither minimise nor maximise: either could take it out of sight while
+// it holds the program. The close hint also tells which actions there are; with none, all would
+// be allowed. A Frame 2 window has no title bar and no frame of the window manager's, so no
+// buttons at all. (Some window managers, openbox among them, offer minimise on every dialog
+// whatever it asks: WindowView brings a minimised one back.)
+Qt::WindowFlags ModalFlags(bool titleBar) {
+  if (!titleBar) return Qt::Dialog | Qt::FramelessWindowHint;
+  return Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+         Qt::WindowCloseButtonHint;
+}
+
+void MakeModal(QWidget& dialog) {
+  dialog.setWindowFlags(ModalFlags(true));
+  dialog.setWindowModality(Qt::ApplicationModal);
+}
+
 namespace {
 
 Qt::WindowFlags FlagsFor(const Window& w) {
@@ -32,12 +48,7 @@ Qt::WindowFlags FlagsFor(const Window& w) {
     if (w.MaximizeButton && w.Resizeable) f |= Qt::WindowMaximizeButtonHint;
     return f;
   }
-  // A modal window offers neither minimise nor maximise: either could take it out of sight while
-  // it holds the program. The close hint also tells the window manager which actions there are;
-  // without any, it would allow them all. Frame 2 has no title bar, so no close box shows.
-  Qt::WindowFlags f = Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowCloseButtonHint;
-  if (w.Frame != 2) f |= Qt::WindowTitleHint;
-  return f;
+  return ModalFlags(w.Frame != 2);
 }
 
 // A Frame 2 window has no title bar; a dark frame outside its designed size sets it off from the

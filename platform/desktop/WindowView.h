@@ -19,6 +19,10 @@ class MenuBarView;
 // The window kinds by Frame: 0 a document window, 1 a movable modal dialog, 2 a modal dialog with
 // no title bar, 8 a sheet, here a movable modal dialog.
 bool IsModalFrame(Integer frame);
+// The window flags of a modal window, with or without a title bar.
+Qt::WindowFlags ModalFlags(bool titleBar);
+// A system dialog (message box, print, page setup, file) as a modal window of the program.
+void MakeModal(QWidget& dialog);
 
 class WindowView : public QWidget {
  public:
