@@ -1,5 +1,6 @@
 #include "ButtonViews.h"
 
+#include <QAbstractItemView>
 #include <QAccessibleWidget>
 #include <QCursor>
 #include <QMouseEvent>
@@ -124,6 +125,12 @@ class PopupAccessible : public QAccessibleWidget {
     if (t == QAccessible::Value) return combo->currentText();
     return QAccessibleWidget::text(t);
   }
+  // The list of rows, as a screen reader walks into it when it is open.
+  int childCount() const override { return 1; }
+  QAccessibleInterface* child(int index) const override {
+    return index == 0 ? QAccessible::queryAccessibleInterface(static_cast<QComboBox*>(widget())->view()) : nullptr;
+  }
+  int indexOfChild(const QAccessibleInterface* child) const override { return child == this->child(0) ? 0 : -1; }
   QStringList actionNames() const override { return {showMenuAction()}; }
   void doAction(const QString& action) override {
     if (action == showMenuAction()) static_cast<QComboBox*>(widget())->showPopup();

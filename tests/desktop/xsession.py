@@ -62,7 +62,9 @@ if MODE != "bare":
 folder = tempfile.mkdtemp(prefix="ledgerly-x-")
 runtime = tempfile.mkdtemp(prefix="runtime-")
 shutil.copy(LEDGERLY, folder)
-env = dict(os.environ, XDG_RUNTIME_DIR=runtime, QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1")
+# No printer of the machine's is ever asked.
+env = dict(os.environ, XDG_RUNTIME_DIR=runtime, QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1",
+           CUPS_SERVER=os.path.join(runtime, "no-cups.sock"))
 env.pop("QT_QPA_PLATFORM", None)
 program = subprocess.Popen([os.path.join(folder, "ledgerly")], cwd=folder, env=env)
 os.makedirs(SHOTS, exist_ok=True)
@@ -174,7 +176,7 @@ def frame(title):
 
 def walk(acc, depth=0):
     yield acc
-    if depth > 12 or acc.getRoleName() in ("table", "list", "combo box", "menu bar"):
+    if depth > 12 or acc.getRoleName() in ("table", "menu bar"):
         return
     for child in acc:
         if child is not None:
@@ -205,7 +207,8 @@ def unnamed_controls(f):
 
 # ---- the first start, and the windows of the menus -----------------------------------------
 def first_start(change_currency):
-    until(lambda: window("ledgerly"), "the message of the first start")
+    until(lambda: app() and any(f is not None and find(f, "Please fill out the prefs.") for f in app()),
+          "the message of the first start")
     shot("first-start-message")
     key("Return")
     prefs = until(lambda: window("Ledgerly preferences"), "the preferences at the first start")
@@ -213,8 +216,9 @@ def first_start(change_currency):
         # The sign changes on the form: the main window comes into being behind the dialog.
         g = prefs.translate_coords(root, 0, 0)
         subprocess.run(["xdotool", "mousemove", str(-g.x + 2 + 500), str(-g.y + 2 + 128), "click", "1"], check=True)
-        until(lambda: find(until(lambda: frame("Ledgerly preferences"), "prefs"), "Currency sign", "combo box"),
-              "the currency popup")
+        until(lambda: any(a.getRoleName() == "list" and a.getState().contains(pyatspi.STATE_SHOWING) and
+                          any(i is not None and i.name == "\u20ac" for i in a) for f in app() if f is not None
+                          for a in walk(f)), "the currency popup open")
         key("Down", "Return")
         main = until(lambda: window(MAIN), "the main window behind the preferences")
         until(lambda: above(prefs, main), "the preferences above the main window")
