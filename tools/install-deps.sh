@@ -8,7 +8,7 @@ packages=(
   xvfb xauth poppler-utils imagemagick clang-format ccache
   # The desktop checks under a window manager, through a screen reader's interface, and with a
   # printer of their own: openbox, xdotool, AT-SPI on a session bus, a private cupsd with cups-pdf.
-  openbox xdotool x11-utils dbus dbus-x11 at-spi2-core python3-pyatspi
+  openbox xdotool dbus at-spi2-core python3-pyatspi python3-xlib
   cups-daemon cups-client printer-driver-cups-pdf
 )
 # `install-deps.sh robustness` adds what only the fuzzing and the soak under valgrind need; the
