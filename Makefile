@@ -36,9 +36,10 @@ install: build
 package: build
 	cd $(BUILD) && cpack -G DEB
 
-# The picture of the main window in docs/, taken under Xvfb.
+# The pictures in docs/: the main window and a dialog over it under Xvfb, and a
+# printed invoice at 72 and at 150 dpi.
 screenshot: build
-	bash tests/desktop/screenshot.sh $(BUILD) docs/main-window.png
+	bash tests/desktop/screenshot.sh $(BUILD) docs
 
 test: build
 	cd $(BUILD) && QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j $(JOBS)

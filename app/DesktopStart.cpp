@@ -9,7 +9,8 @@ namespace app {
 
 void DressApplication() {
   QApplication::setApplicationName(QStringLiteral("ledgerly"));
-  QApplication::setApplicationDisplayName(QStringLiteral("Ledgerly"));
+  // No display name: the window system would add it to every title bar ("... — Ledgerly"), and
+  // the windows' titles are the program's own, exactly.
   QApplication::setDesktopFileName(QStringLiteral("ledgerly"));
   if (QStyle* fusion = QStyleFactory::create(QStringLiteral("Fusion")))
     QApplication::setStyle(fusion);

@@ -96,6 +96,9 @@ void help::CreateControls() {
   PushButton1->Cancel = true;
   EditField1->setReadOnly(true);
   EditField1->ScrollBarVertical = true;
+  // The text grows with the window, and Close keeps its distance to the bottom.
+  PushButton1->LockBottom = true;
+  EditField1->LockLeft = EditField1->LockTop = EditField1->LockRight = EditField1->LockBottom = true;
 
   PushButton1->OnAction = [this] { PushButton1_Action(); };
 }

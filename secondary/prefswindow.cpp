@@ -92,6 +92,7 @@ void prefswindow::CreateControls() {
   PushButton1->setBold(true);
   closebutt->Default = true;
   closebutt->Cancel = true;
+  closebutt->LockBottom = true;
   currency->AddRow("£");
   currency->AddRow("€");
   currency->AddRow("$");

@@ -1,5 +1,7 @@
 #include "ButtonViews.h"
 
+#include <QAbstractItemView>
+#include <QAccessibleWidget>
 #include <QCursor>
 #include <QMouseEvent>
 #include <QPalette>
@@ -112,6 +114,37 @@ void LabelView::Fit() {
 
 // ---- PopupView ---------------------------------------------------------------------------
 
+namespace {
+
+class PopupAccessible : public QAccessibleWidget {
+ public:
+  explicit PopupAccessible(QWidget* w) : QAccessibleWidget(w, QAccessible::ComboBox) {}
+  QString text(QAccessible::Text t) const override {
+    const auto* combo = static_cast<const QComboBox*>(widget());
+    if (t == QAccessible::Name) return combo->accessibleName();
+    if (t == QAccessible::Value) return combo->currentText();
+    return QAccessibleWidget::text(t);
+  }
+  // The list of rows, as a screen reader walks into it when it is open.
+  int childCount() const override { return 1; }
+  QAccessibleInterface* child(int index) const override {
+    return index == 0 ? QAccessible::queryAccessibleInterface(static_cast<QComboBox*>(widget())->view()) : nullptr;
+  }
+  int indexOfChild(const QAccessibleInterface* child) const override { return child == this->child(0) ? 0 : -1; }
+  QStringList actionNames() const override { return {showMenuAction()}; }
+  void doAction(const QString& action) override {
+    if (action == showMenuAction()) static_cast<QComboBox*>(widget())->showPopup();
+  }
+};
+
+QAccessibleInterface* PopupAccessibleFactory(const QString& className, QObject* object) {
+  if (className == QLatin1String(PopupCombo::staticMetaObject.className()) && object->isWidgetType())
+    return new PopupAccessible(static_cast<QWidget*>(object));
+  return nullptr;
+}
+
+}  // namespace
+
 int PopupModel::rowCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : rows_; }
 
 QVariant PopupModel::data(const QModelIndex& index, int role) const {
@@ -127,7 +160,9 @@ void PopupModel::Reset() {
 }
 
 PopupView::PopupView(PopupMenu& c, QWidget* form, DesktopScreen& screen)
-    : ControlView(c, screen), popup_(c), combo_(new QComboBox(form)), model_(new PopupModel(c, combo_)) {
+    : ControlView(c, screen), popup_(c), combo_(new PopupCombo(form)), model_(new PopupModel(c, combo_)) {
+  static const bool factory = (QAccessible::installFactory(PopupAccessibleFactory), true);
+  (void)factory;
   combo_->setFocusPolicy(Qt::NoFocus);
   combo_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   combo_->setMinimumContentsLength(0);

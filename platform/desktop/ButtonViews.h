@@ -38,6 +38,16 @@ class PopupModel : public QAbstractListModel {
   int rows_ = 0;
 };
 
+// On Linux Qt names a combo box by its current row and leaves the label to a relation; the
+// program's popups are named like its fields (the label beside them), their row being the value.
+// A class of its own lets an accessible interface of ours stand for them.
+class PopupCombo : public QComboBox {
+  Q_OBJECT
+
+ public:
+  using QComboBox::QComboBox;
+};
+
 class PopupView : public ControlView {
  public:
   PopupView(PopupMenu& c, QWidget* form, DesktopScreen& screen);
@@ -48,7 +58,7 @@ class PopupView : public ControlView {
   void SyncRows();
   void SyncIndex();
   PopupMenu& popup_;
-  QComboBox* combo_;
+  PopupCombo* combo_;
   PopupModel* model_;
   bool rowsPending_ = false;
 };

@@ -1,7 +1,9 @@
 #include "ControlView.h"
 
 #include <QEvent>
+#include <algorithm>
 
+#include "AccessibleName.h"
 #include "ButtonViews.h"
 #include "DesktopScreen.h"
 #include "Fonts.h"
@@ -61,7 +63,23 @@ void ControlView::SyncAll() {
   SyncCommon(Prop::Font);
   SyncCommon(Prop::Enabled);
   SyncCommon(Prop::Visible);
+  if (!dynamic_cast<const StaticText*>(&control_)) w->setAccessibleName(AccessibleName(control_));
   WatchHover();
+}
+
+void ControlView::FollowWindow(int dx, int dy) {
+  const Control& c = control_;
+  if (!c.LockRight && !c.LockBottom) return;
+  QRect r(c.Left, c.Top, c.Width, c.Height);
+  if (c.LockRight) {
+    if (c.LockLeft) r.setWidth(std::max(0, c.Width + dx));
+    else r.moveLeft(c.Left + dx);
+  }
+  if (c.LockBottom) {
+    if (c.LockTop) r.setHeight(std::max(0, c.Height + dy));
+    else r.moveTop(c.Top + dy);
+  }
+  widget()->setGeometry(r);
 }
 
 void ControlView::TakeFocus() {

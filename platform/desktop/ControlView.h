@@ -30,6 +30,9 @@ class ControlView {
   void SyncAll();
   // The platform gave this control the focus: Qt's focus follows.
   virtual void TakeFocus();
+  // The window's form is dx, dy larger than designed: a control locked to the right or bottom
+  // edge moves, or grows when locked to both edges of that direction.
+  void FollowWindow(int dx, int dy);
 
  protected:
   // Place, visibility, enabled state and font; the kinds add their own.

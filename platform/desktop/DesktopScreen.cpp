@@ -11,6 +11,7 @@
 #include <QRegularExpression>
 #include <QTimer>
 #include <QUrl>
+#include <QWindow>
 #include <algorithm>
 #include <cctype>
 
@@ -80,7 +81,7 @@ void DesktopScreen::MsgBox(const String& text) {
   ReleaseViews();
   OutermostScope outermost;
   QMessageBox box(QMessageBox::NoIcon, QString(), ToWidgetText(text), QMessageBox::Ok, FrontWidget());
-  box.setWindowModality(Qt::ApplicationModal);
+  MakeModal(box);
   box.exec();
 }
 
@@ -108,7 +109,7 @@ void DesktopScreen::UnhandledException(const RuntimeException& e) {
   auto show = [this, text] {
     OutermostScope outermost;
     QMessageBox box(QMessageBox::Critical, QString(), text, QMessageBox::Ok, FrontWidget());
-    box.setWindowModality(Qt::ApplicationModal);
+    MakeModal(box);
     box.exec();
   };
   // No dialog from inside a paint: it waits for the loop to come round.
@@ -154,13 +155,13 @@ std::optional<Integer> DesktopScreen::ContextualMenu(const std::vector<String>& 
 std::unique_ptr<PageSurface> DesktopScreen::PrintDialog(const PrinterSetup* setup) {
   ReleaseViews();
   OutermostScope outermost;
-  return RunPrintDialog(setup, nullptr);
+  return RunPrintDialog(setup, FrontWidget());
 }
 
 bool DesktopScreen::PageSetupDialog(PrinterSetup& setup) {
   ReleaseViews();
   OutermostScope outermost;
-  return RunPageSetupDialog(setup);
+  return RunPageSetupDialog(setup, FrontWidget());
 }
 
 // ---- the notices -------------------------------------------------------------------------
@@ -168,10 +169,56 @@ bool DesktopScreen::PageSetupDialog(PrinterSetup& setup) {
 void DesktopScreen::WindowShown(Window& w) {
   if (holding_) return;
   auto& view = views_[&w];
-  if (!view) view = std::make_unique<WindowView>(w, *this);
+  const bool made = !view;
+  if (made) view = std::make_unique<WindowView>(w, *this);
+  if (IsModalFrame(w.Frame)) {
+    TieToMain(*view);
+  } else if (made && w.Frame == 0) {
+    // The main window came after a modal one (the first start's preferences): the modal windows
+    // showing now get it as their parent, shown anew so that the window system hears of it.
+    for (auto& [other, v] : views_)
+      if (v.get() != view.get() && IsModalFrame(other->Frame) && v->isVisible() && TieToMain(*v)) {
+        v->hide();
+        v->show();
+      }
+  }
   view->Present();
+  if (!IsModalFrame(w.Frame)) RaiseModals();
   if (Control* focus = w.Focus()) view->FocusTo(focus);
   RefreshMenus();
+}
+
+QWidget* DesktopScreen::MainWidget() const {
+  for (const auto& [w, view] : views_)
+    if (w->Frame == 0) return view.get();
+  return nullptr;
+}
+
+bool DesktopScreen::TieToMain(QWidget& dialog) {
+  QWidget* main = MainWidget();
+  if (!main || main == &dialog) return false;
+  main->winId();
+  dialog.winId();
+  if (dialog.windowHandle()->transientParent() == main->windowHandle()) return false;
+  dialog.windowHandle()->setTransientParent(main->windowHandle());
+  return true;
+}
+
+bool DesktopScreen::ModalAbove(const QWidget* view) const {
+  QWidget* modal = QApplication::activeModalWidget();
+  return modal && modal != view;
+}
+
+// Without a window manager nothing keeps a dialog above its parent: a window that comes to the
+// front puts the modal windows back over it, the innermost last.
+void DesktopScreen::RaiseModals() {
+  if (QGuiApplication::platformName() == QLatin1String("offscreen")) return;
+  for (Window* w : WindowRegistry::Shown())
+    if (WindowView* v = ViewOf(*w); v && v->isVisible() && IsModalFrame(w->Frame)) v->raise();
+  if (QWidget* modal = QApplication::activeModalWidget()) {
+    modal->raise();
+    modal->activateWindow();
+  }
 }
 
 void DesktopScreen::ReleaseViews() {

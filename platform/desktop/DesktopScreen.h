@@ -59,6 +59,12 @@ class DesktopScreen : public QObject, public Screen {
   ControlView* ViewOf(const Control& c) const;
   // The top-level widget of the front window, parent of the dialogs.
   QWidget* FrontWidget() const;
+  // The main window's widget, transient parent of every modal window, or nullptr before it shows.
+  QWidget* MainWidget() const;
+  // Whether a modal window or dialog other than `view` is open: it holds the program.
+  bool ModalAbove(const QWidget* view) const;
+  // Puts the modal windows and dialogs back in front, the innermost last.
+  void RaiseModals();
 
   // A menu item chosen by the person, by mouse or by its key; the Edit items carry the system
   // clipboard to and from the platform's.
@@ -76,6 +82,8 @@ class DesktopScreen : public QObject, public Screen {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  // Makes the main window the dialog's transient parent; true if that changed anything.
+  bool TieToMain(QWidget& dialog);
   std::map<const Window*, std::unique_ptr<WindowView>> views_;
   std::map<const Window*, std::vector<QEventLoop*>> loops_;
   bool holding_ = false;

@@ -5,6 +5,9 @@
 namespace desk {
 
 std::vector<String> PlatformKeys(const QKeyEvent& e) {
+  // Alt with a key is a menu's mnemonic or nothing, and types nothing. AltGr, which types characters
+  // such as the euro sign, does not come as Alt.
+  if ((e.modifiers() & Qt::AltModifier) && !(e.modifiers() & Qt::ControlModifier)) return {};
   switch (e.key()) {
     case Qt::Key_Return: return {Keys::Return};
     case Qt::Key_Enter: return {Keys::Enter};

@@ -13,7 +13,8 @@
 namespace desk {
 
 // The platform keys one key press gives: one named key (Keys::Return and the rest), or each
-// character of the typed text. Empty for a key the platform has no name for.
+// character of the typed text. Empty for a key the platform has no name for, and for Alt with a
+// key.
 std::vector<String> PlatformKeys(const QKeyEvent& e);
 
 // Control held down, without the AltGr combination that types characters on some keyboards.

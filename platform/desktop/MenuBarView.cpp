@@ -17,6 +17,8 @@ MenuBarView::MenuBarView(MenuBar& bar, DesktopScreen& screen, QWidget* parent)
     // "&File": the & marks the mnemonic, as in Qt.
     QMenu* menu = bar_->addMenu(Q(top->Text));
     menu->setObjectName(QString::fromStdString(top->Name));
+    // Qt would drop a separator that opens a menu; Edit opens with one.
+    menu->setSeparatorsCollapsible(false);
     QObject::connect(menu, &QMenu::aboutToShow, menu, [this] { Refresh(); });
     AddItems(menu, *top);
   }

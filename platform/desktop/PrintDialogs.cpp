@@ -15,15 +15,11 @@
 
 #include "PainterSurface.h"
 #include "QtText.h"
+#include "WindowView.h"
 
 namespace desk {
 
 namespace {
-
-std::function<void(QPrinter&)>& PrinterHook() {
-  static std::function<void(QPrinter&)> hook;
-  return hook;
-}
 
 std::function<QString(const QString&)>& OpenFileHook() {
   static std::function<QString(const QString&)> hook;
@@ -78,29 +74,26 @@ const std::map<std::string, QStringList>& Extensions() {
 
 }  // namespace
 
-void SetPrinterHook(std::function<void(QPrinter&)> hook) { PrinterHook() = std::move(hook); }
-
 void SetOpenFileHook(std::function<QString(const QString&)> hook) { OpenFileHook() = std::move(hook); }
 
 std::unique_ptr<PageSurface> RunPrintDialog(const PrinterSetup* setup, QWidget* parent) {
   auto printer = std::make_unique<QPrinter>(QPrinter::ScreenResolution);
   PointsOnFullPage(*printer);
   if (setup) ApplySetup(*printer, *setup);
-  if (PrinterHook()) PrinterHook()(*printer);
   QPrintDialog dialog(printer.get(), parent);
   dialog.setOption(QAbstractPrintDialog::PrintToFile, true);
-  dialog.setWindowModality(Qt::ApplicationModal);
+  MakeModal(dialog);
   if (dialog.exec() != QDialog::Accepted) return nullptr;
   PointsOnFullPage(*printer);
   return std::make_unique<PrinterSurface>(std::move(printer));
 }
 
-bool RunPageSetupDialog(PrinterSetup& setup) {
+bool RunPageSetupDialog(PrinterSetup& setup, QWidget* parent) {
   QPrinter printer(QPrinter::ScreenResolution);
   PointsOnFullPage(printer);
   ApplySetup(printer, setup);
-  QPageSetupDialog dialog(&printer, nullptr);
-  dialog.setWindowModality(Qt::ApplicationModal);
+  QPageSetupDialog dialog(&printer, parent);
+  MakeModal(dialog);
   if (dialog.exec() != QDialog::Accepted) return false;
   const QPageLayout layout = printer.pageLayout();
   const QSizeF paper = layout.pageSize().size(QPageSize::Point);
@@ -125,8 +118,15 @@ QString NameFilterFor(const String& filter) {
 
 Ref<FolderItem> RunOpenFileDialog(const String& filter, QWidget* parent) {
   const QString nameFilter = NameFilterFor(filter);
-  const QString path = OpenFileHook() ? OpenFileHook()(nameFilter)
-                                      : QFileDialog::getOpenFileName(parent, QString(), QString(), nameFilter);
+  QString path;
+  if (OpenFileHook()) {
+    path = OpenFileHook()(nameFilter);
+  } else {
+    QFileDialog dialog(parent, QString(), QString(), nameFilter);
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    MakeModal(dialog);
+    if (dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty()) path = dialog.selectedFiles().first();
+  }
   if (path.isEmpty()) return nil;
   return GetFolderItem(String(QFileInfo(path).absoluteFilePath().toStdString()));
 }

@@ -16,15 +16,12 @@ class QWidget;
 namespace desk {
 
 std::unique_ptr<PageSurface> RunPrintDialog(const PrinterSetup* setup, QWidget* parent);
-bool RunPageSetupDialog(PrinterSetup& setup);
+bool RunPageSetupDialog(PrinterSetup& setup, QWidget* parent);
 Ref<FolderItem> RunOpenFileDialog(const String& filter, QWidget* parent);
 
 // "image/gif;image/jpeg" as the dialog's name filter: "Pictures (*.gif *.jpg ...)".
 QString NameFilterFor(const String& filter);
 
-// Called with the printer just before the print dialog opens: a test or a demonstration can ask
-// for "print to file" there.
-void SetPrinterHook(std::function<void(QPrinter&)> hook);
 // Takes the place of the file-open dialog: given the filter, the chosen path or "" for cancel.
 void SetOpenFileHook(std::function<QString(const QString& nameFilter)> hook);
 

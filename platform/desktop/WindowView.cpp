@@ -1,6 +1,10 @@
 #include "WindowView.h"
 
 #include <QCloseEvent>
+#include <QPainter>
+#include <QResizeEvent>
+#include <QTimer>
+#include <functional>
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QMenuBar>
@@ -18,6 +22,22 @@ namespace desk {
 
 bool IsModalFrame(Integer frame) { return frame == 1 || frame == 2 || frame == 8; }
 
+// A modal window asks for neither minimise nor maximise: either could take it out of sight while
+// it holds the program. The close hint also tells which actions there are; with none, all would
+// be allowed. A Frame 2 window has no title bar and no frame of the window manager's, so no
+// buttons at all. (Some window managers, openbox among them, offer minimise on every dialog
+// whatever it asks: WindowView brings a minimised one back.)
+Qt::WindowFlags ModalFlags(bool titleBar) {
+  if (!titleBar) return Qt::Dialog | Qt::FramelessWindowHint;
+  return Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+         Qt::WindowCloseButtonHint;
+}
+
+void MakeModal(QWidget& dialog) {
+  dialog.setWindowFlags(ModalFlags(true));
+  dialog.setWindowModality(Qt::ApplicationModal);
+}
+
 namespace {
 
 Qt::WindowFlags FlagsFor(const Window& w) {
@@ -28,11 +48,26 @@ Qt::WindowFlags FlagsFor(const Window& w) {
     if (w.MaximizeButton && w.Resizeable) f |= Qt::WindowMaximizeButtonHint;
     return f;
   }
-  if (w.Frame == 2) return Qt::Dialog | Qt::CustomizeWindowHint;  // no title bar, no close box
-  Qt::WindowFlags f = Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint;
-  if (w.CloseButton) f |= Qt::WindowCloseButtonHint;
-  return f;
+  return ModalFlags(w.Frame != 2);
 }
+
+// A Frame 2 window has no title bar; a dark frame outside its designed size sets it off from the
+// white form under it.
+constexpr int kDialogBorder = 2;
+const QColor kDialogBorderColour(0x40, 0x40, 0x40);
+
+// The area below the menu bar: the form sits at its top left and takes its size, so that locked
+// controls can follow the window's edges.
+class FormArea : public QWidget {
+ public:
+  FormArea(QWidget* parent, std::function<void(QSize)> resized) : QWidget(parent), resized_(std::move(resized)) {}
+
+ protected:
+  void resizeEvent(QResizeEvent* e) override { resized_(e->size()); }
+
+ private:
+  std::function<void(QSize)> resized_;
+};
 
 // The menu bar of a window: its own, or the application's on the main (document) window.
 MenuBar* BarFor(const Window& w) {
@@ -56,7 +91,8 @@ WindowView::WindowView(Window& w, DesktopScreen& screen)
   setAutoFillBackground(true);
 
   auto* layout = new QVBoxLayout(this);
-  layout->setContentsMargins(0, 0, 0, 0);
+  const int border = w.Frame == 2 ? kDialogBorder : 0;
+  layout->setContentsMargins(border, border, border, border);
   layout->setSpacing(0);
   int barHeight = 0;
   if (MenuBar* bar = BarFor(w)) {
@@ -64,8 +100,7 @@ WindowView::WindowView(Window& w, DesktopScreen& screen)
     layout->setMenuBar(menus_->bar());
     barHeight = menus_->bar()->sizeHint().height();
   }
-  // The area below the menu bar; the form sits at its top left and never moves.
-  auto* area = new QWidget(this);
+  auto* area = new FormArea(this, [this](QSize size) { FollowSize(size); });
   area->setMinimumSize(0, 0);
   layout->addWidget(area, 1);
   form_ = new QWidget(area);
@@ -75,14 +110,33 @@ WindowView::WindowView(Window& w, DesktopScreen& screen)
     if (auto view = MakeControlView(*c, form_, screen_)) views_[c.get()] = std::move(view);
   }
 
-  const QSize size(w.Width, w.Height + barHeight);
+  const QSize size(w.Width + 2 * border, w.Height + barHeight + 2 * border);
   if (w.Resizeable) {
-    setMinimumSize(std::min(w.MinWidth, w.Width), std::min(w.MinHeight, w.Height) + barHeight);
-    setMaximumSize(std::max(w.MaxWidth, w.Width), std::max(w.MaxHeight, w.Height) + barHeight);
+    setMinimumSize(std::min(w.MinWidth, w.Width) + 2 * border, std::min(w.MinHeight, w.Height) + barHeight + 2 * border);
+    setMaximumSize(std::max(w.MaxWidth, w.Width) + 2 * border, std::max(w.MaxHeight, w.Height) + barHeight + 2 * border);
     resize(size);
   } else {
     setFixedSize(size);
   }
+}
+
+void WindowView::FollowSize(QSize size) {
+  form_->resize(size);
+  const int dx = size.width() - window_.Width, dy = size.height() - window_.Height;
+  for (auto& [c, view] : views_) view->FollowWindow(dx, dy);
+}
+
+void WindowView::paintEvent(QPaintEvent* e) {
+  QWidget::paintEvent(e);
+  if (window_.Frame != 2) return;
+  QPainter p(this);
+  p.setPen(Qt::NoPen);
+  p.setBrush(kDialogBorderColour);
+  const QRect r = rect();
+  p.drawRect(QRect(0, 0, r.width(), kDialogBorder));
+  p.drawRect(QRect(0, r.height() - kDialogBorder, r.width(), kDialogBorder));
+  p.drawRect(QRect(0, 0, kDialogBorder, r.height()));
+  p.drawRect(QRect(r.width() - kDialogBorder, 0, kDialogBorder, r.height()));
 }
 
 WindowView::~WindowView() {
@@ -172,12 +226,28 @@ void WindowView::keyPressEvent(QKeyEvent* e) {
 // is hidden as its own close button would, and nothing else changes.
 void WindowView::closeEvent(QCloseEvent* e) {
   e->ignore();
+  // Behind a modal window the close box does nothing: that window holds the program.
+  if (screen_.ModalAbove(this)) return;
   Guard([&] {
     if (window_.OnClose) {
       window_.Close();
     } else {
       window_.Hide();
     }
+  });
+}
+
+// A window manager may minimise a modal window, or the main window and the modal ones with it
+// (its iconify request goes to the top of the transient chain). While a modal window holds the
+// program both come straight back, the modal one in front.
+void WindowView::changeEvent(QEvent* e) {
+  QWidget::changeEvent(e);
+  if (e->type() != QEvent::WindowStateChange || !(windowState() & Qt::WindowMinimized)) return;
+  if (!screen_.ModalAbove(nullptr)) return;
+  QTimer::singleShot(0, this, [this] {
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    if (isVisible()) show();
+    screen_.RaiseModals();
   });
 }
 

@@ -1,6 +1,6 @@
 // A window of the program as a top-level widget: the fixed form at its design size, its controls
-// at their design places. Resizing the window cuts the form off or leaves white space; nothing
-// moves.
+// at their design places. Resizing the window cuts the form off or leaves white space; only
+// controls locked to the right or bottom edge move or grow with it.
 #pragma once
 
 #include <QWidget>
@@ -19,6 +19,10 @@ class MenuBarView;
 // The window kinds by Frame: 0 a document window, 1 a movable modal dialog, 2 a modal dialog with
 // no title bar, 8 a sheet, here a movable modal dialog.
 bool IsModalFrame(Integer frame);
+// The window flags of a modal window, with or without a title bar.
+Qt::WindowFlags ModalFlags(bool titleBar);
+// A system dialog (message box, print, page setup, file) as a modal window of the program.
+void MakeModal(QWidget& dialog);
 
 class WindowView : public QWidget {
  public:
@@ -39,9 +43,13 @@ class WindowView : public QWidget {
   bool event(QEvent* e) override;
   void keyPressEvent(QKeyEvent* e) override;
   void closeEvent(QCloseEvent* e) override;
+  void changeEvent(QEvent* e) override;
+  void paintEvent(QPaintEvent* e) override;
 
  private:
   void Place();
+  // The form takes the size of the area under the menu bar; locked controls follow it.
+  void FollowSize(QSize size);
   Window& window_;
   DesktopScreen& screen_;
   QWidget* form_;

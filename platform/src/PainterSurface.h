@@ -8,6 +8,8 @@
 
 // The size of the stop icon, in units.
 constexpr int kStopIconSize = 32;
+// The width of a DrawLine, in units: points on paper.
+constexpr double kLineWidth = 0.5;
 
 // Paints one operation. Text goes through LayoutLines and LineHeight with the face of FontFor,
 // so it stands where StringWidth and StringHeight said it would.

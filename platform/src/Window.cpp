@@ -49,7 +49,10 @@ void Window::Build() {
   CreateControls();
   std::vector<Control*> made;
   made.reserve(controls_.size());
-  for (const auto& c : controls_) made.push_back(c.get());
+  for (const auto& c : controls_) {
+    made.push_back(c.get());
+    if (auto* t = dynamic_cast<TextControl*>(c.get())) t->DesignText = t->Text();
+  }
   // A window whose opening was stopped by an unhandled exception still shows as designed, so
   // that the person has it to go on with; the exception then goes on to the event that asked.
   try {

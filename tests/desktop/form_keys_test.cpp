@@ -101,6 +101,38 @@ TEST_F(FormKeys, AKeyInALockedFieldMarksTheFormAndChangesNothing) {
   EXPECT_EQ(Shown(WidgetOf(w.customername)).toStdString(), before.Utf8());
 }
 
+// Alt with a letter is for the menus: it types nothing, raises no KeyDown and marks nothing;
+// with a menu's mnemonic it opens that menu. AltGr (Ctrl+Alt on some keyboards) still types.
+TEST_F(FormKeys, AltChordsTypeNothingAndOpenTheMenuOfTheirMnemonic) {
+  StartProgram();
+  NewInvoice();
+  auto& w = *iwindow;
+  Module1::texthaschanged = false;
+  int keyDowns = 0;
+  auto inner = w.ordernumberfield->OnKeyDown;
+  w.ordernumberfield->OnKeyDown = [&](const String& k) {
+    ++keyDowns;
+    return inner ? inner(k) : false;
+  };
+  Click(w.ordernumberfield);
+  const String before = w.ordernumberfield->Text();
+  for (Qt::Key k : {Qt::Key_P, Qt::Key_X, Qt::Key_H}) Key(w.ordernumberfield, k, Qt::AltModifier);
+  EXPECT_TRUE(w.ordernumberfield->Text().SameAs(before));
+  EXPECT_EQ(keyDowns, 0);
+  EXPECT_FALSE(Module1::texthaschanged);
+
+  QTest::sendKeyEvent(QTest::Click, WidgetOf(w.ordernumberfield), Qt::Key_E, QStringLiteral("€"),
+                      Qt::ControlModifier | Qt::AltModifier);
+  EXPECT_TRUE(w.ordernumberfield->Text().SameAs(before + "€"));
+
+  QApplication::setActiveWindow(ViewOf(w));  // as the window a person types in is
+  Key(w.ordernumberfield, Qt::Key_E, Qt::AltModifier);
+  auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+  ASSERT_NE(menu, nullptr);
+  EXPECT_EQ(menu->objectName(), QStringLiteral("EditMenu"));
+  menu->close();
+}
+
 TEST_F(FormKeys, LineBreaksCrossTheWidgetBoundaryAsChr13) {
   StartProgram();
   NewInvoice();

@@ -1,6 +1,7 @@
 // The menu bar: every item of MenuBar1, its key, live exactly while a handler can be reached.
 #include <QAction>
 #include <QClipboard>
+#include <QMenu>
 #include <QMenuBar>
 #include <memory>
 
@@ -50,6 +51,15 @@ TEST_F(Menus, TheBarHoldsEveryMenuInOrderWithItsKeys) {
       EXPECT_TRUE(a->text().contains(QLatin1Char('\t'))) << item->Name;
     }
   }
+}
+
+TEST_F(Menus, TheEditMenuShowsTheSeparatorItOpensWith) {
+  StartProgram();
+  QMenu* edit = ViewOf(*iwindow)->Menus()->bar()->findChild<QMenu*>(QStringLiteral("EditMenu"));
+  ASSERT_NE(edit, nullptr);
+  QAction* first = edit->actions().value(0);
+  ASSERT_TRUE(first && first->isSeparator());
+  EXPECT_GT(edit->actionGeometry(first).height(), 0);
 }
 
 TEST_F(Menus, AShortcutReachesItsHandlerOnceEvenFromATextField) {

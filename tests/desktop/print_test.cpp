@@ -1,8 +1,11 @@
 // Printing through the system's print dialog: "print to file" gives a PDF that holds the invoice
-// at its coordinates, one unit to the point, the paper's top left at 0, 0.
+// at its coordinates, one unit to the point, the paper's top left at 0, 0. The tests choose the
+// file in the dialog, so that they print on no printer the system may have.
+#include <QComboBox>
 #include <QDialog>
+#include <QImage>
+#include <QLineEdit>
 #include <QFile>
-#include <QPrinter>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QStandardPaths>
@@ -53,31 +56,49 @@ void ExpectAt(const std::vector<Word>& words, const QString& text, double x, dou
   EXPECT_LT(w->yMax - y, (y - w->yMin) / 2) << text.toStdString();
 }
 
-class Printing : public DesktopTest {
- protected:
-  void TearDown() override {
-    desk::SetPrinterHook(nullptr);
-    DesktopTest::TearDown();
-  }
-};
+// Ink across a horizontal line of the page near (x, y), in pixels of full black at 150 dpi: about
+// a line's width in pixels times its darkness.
+double InkAcross(const QImage& page, double x, double y) {
+  const double scale = 150.0 / 72.0;
+  double ink = 0;
+  for (int row = int((y - 3) * scale); row <= int((y + 3) * scale); ++row)
+    ink += (255 - qGray(page.pixel(int(x * scale), row))) / 255.0;
+  return ink;
+}
 
-TEST_F(Printing, PrintToFileHoldsTheInvoiceAtItsCoordinates) {
-  if (QStandardPaths::findExecutable(QStringLiteral("pdftotext")).isEmpty())
-    GTEST_SKIP() << "pdftotext is not installed";
+QImage Render150(const QString& pdf) {
+  const QString base = pdf + QStringLiteral("-150");
+  QProcess::execute(QStringLiteral("pdftoppm"), {QStringLiteral("-r"), QStringLiteral("150"), QStringLiteral("-gray"),
+                                                 QStringLiteral("-singlefile"), pdf, base});
+  return QImage(base + QStringLiteral(".pgm"));
+}
+
+// What a person does in the print dialog to get a file: chooses "Print to File (PDF)", the last
+// entry of the printer list, whatever printer the system has, and names the file.
+void PrintToFileInTheDialog(QWidget* dialog, const QString& pdf) {
+  auto* printers = dialog->findChild<QComboBox*>(QStringLiteral("printers"));
+  auto* file = dialog->findChild<QLineEdit*>(QStringLiteral("filename"));
+  ASSERT_TRUE(printers && file);
+  printers->setCurrentIndex(printers->count() - 1);
+  file->setText(pdf);
+  static_cast<QDialog*>(dialog)->accept();
+}
+
+using Printing = DesktopTest;
+
+TEST_F(Printing, PrintToFileHoldsTheInvoiceAtItsCoordinatesWithRulesThatShow) {
+  for (const char* tool : {"pdftotext", "pdftoppm"})
+    if (QStandardPaths::findExecutable(QString::fromLatin1(tool)).isEmpty()) GTEST_SKIP() << tool << " is not installed";
   StartProgram();
   prefswindow->mybusinessname->setText("Arle");
   iwindow->customername->setText("Smith");
   iwindow->invoicenumberField->setText("00042");
 
   const QString pdf = folder_.filePath(QStringLiteral("invoice.pdf"));
-  desk::SetPrinterHook([pdf](QPrinter& printer) {
-    printer.setOutputFormat(QPrinter::PdfFormat);
-    printer.setOutputFileName(pdf);
-  });
   bool sawDialog = false;
   WhenDialog([&](QWidget* dialog) {
     sawDialog = true;
-    static_cast<QDialog*>(dialog)->accept();
+    PrintToFileInTheDialog(dialog, pdf);
   });
   Key(iwindow->customername, Qt::Key_P, Qt::ControlModifier);
   ASSERT_TRUE(sawDialog);
@@ -90,16 +111,26 @@ TEST_F(Printing, PrintToFileHoldsTheInvoiceAtItsCoordinates) {
   ExpectAt(words, QStringLiteral("00042"), 400, 255);
   ExpectAt(words, QStringLiteral("number"), 20, 275);
   ExpectAt(words, QStringLiteral("description"), 200, 275);
+
+  // The black rule under the letterhead is a firm line at 150 dpi (half a point, about one pixel of
+  // black), and the grey grid a light one.
+  const QImage page = Render150(pdf);
+  ASSERT_FALSE(page.isNull());
+  const double rule = InkAcross(page, 300, 110), grid = InkAcross(page, 300, 300);
+  EXPECT_GT(rule, 0.7);
+  EXPECT_LT(rule, 1.6);
+  EXPECT_GT(grid, 0.1);
+  EXPECT_LT(grid, rule / 2);
 }
 
 TEST_F(Printing, ACancelledPrintDialogPrintsNothing) {
   StartProgram();
   const QString pdf = folder_.filePath(QStringLiteral("never.pdf"));
-  desk::SetPrinterHook([pdf](QPrinter& printer) {
-    printer.setOutputFormat(QPrinter::PdfFormat);
-    printer.setOutputFileName(pdf);
+  WhenDialog([pdf](QWidget* dialog) {
+    auto* file = dialog->findChild<QLineEdit*>(QStringLiteral("filename"));
+    if (file) file->setText(pdf);
+    static_cast<QDialog*>(dialog)->reject();
   });
-  WhenDialog([](QWidget* dialog) { static_cast<QDialog*>(dialog)->reject(); });
   Key(iwindow->customername, Qt::Key_P, Qt::ControlModifier);
   EXPECT_FALSE(QFile::exists(pdf));
 }

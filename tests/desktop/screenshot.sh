@@ -1,12 +1,17 @@
 #!/usr/bin/env bash
-# Takes the picture of the main window in docs/: the program runs under Xvfb in a fresh folder,
-# a person's keys and clicks (xdotool) fill in the preferences and save three invoices, one of
-# them paid, and the screen is saved as a PNG.
-#   tests/desktop/screenshot.sh BUILD_DIR OUTPUT.png
+# Takes the pictures in docs/: the program runs under Xvfb in a fresh folder (no window manager,
+# so no title bar), a
+# person's keys and clicks (xdotool) fill in the preferences and save three invoices, one of them
+# paid, and the screen is saved as a PNG (main-window.png), then again with the question of "New
+# invoice" over the form (dialog-over-form.png). An invoice printed to PDF by the scenario runner
+# (the same drawing as on paper) is rendered at 72 dpi (invoice-page.png) and its upper part at
+# 150 dpi (invoice-rules-150dpi.png), where the rules can be seen.
+#   tests/desktop/screenshot.sh BUILD_DIR DOCS_DIR
 set -euo pipefail
 build=$(realpath "${1:-build}")
-out=$(realpath -m "${2:-docs/main-window.png}")
-for tool in xvfb-run xdotool import; do
+docs=$(realpath -m "${2:-docs}")
+out=$docs/main-window.png
+for tool in xvfb-run xdotool import pdftoppm; do
   command -v "$tool" >/dev/null || { echo "needs $tool (apt-get install xvfb xdotool imagemagick)"; exit 1; }
 done
 folder=$(mktemp -d)
@@ -68,8 +73,47 @@ type_text "paid"
 key ctrl+s
 pause 1
 import -window root "$OUT"
+key ctrl+n                       # "Clear all and create new invoice?" over the form
+pause 0.5
+import -window root "$DIALOG"
+key Escape
 kill $pid
 DRIVE
 chmod +x "$folder/drive.sh"
-OUT="$out" xvfb-run -a -s "-screen 0 1100x720x24" "$folder/drive.sh"
+OUT="$out" DIALOG="$docs/dialog-over-form.png" xvfb-run -a -s "-screen 0 1100x720x24" "$folder/drive.sh"
 echo "saved $out; invoices: $(ls "$folder/customers" | wc -l), unpaid: $(ls "$folder/unpaid" | wc -l)"
+
+cat > "$folder/page.scn" <<'SCN'
+scenario "the invoice of the README"
+when modal prefswindow do focus prefswindow.mybusinessname ; type "Arle Joinery" ; focus prefswindow.myaddress ; type "12 Mill Lane\rHebden Bridge" ; focus prefswindow.myemail ; type "tobin@example.org" ; focus prefswindow.mywebb ; type "arle-joinery.example.org" ; click prefswindow.closebutt
+start
+expect msgbox "Please fill out the prefs."
+when modal surewindow do click surewindow.acceptbutt
+menu filenew
+focus iwindow.customername
+type "Harper & Sons"
+focus iwindow.customeraddress
+type "4 Cross Street\rHalifax"
+focus iwindow.number(0)
+type "2"
+focus iwindow.description(0)
+type "Oak shelf, fitted"
+focus iwindow.price(0)
+type "45"
+tab
+focus iwindow.number(1)
+type "1"
+focus iwindow.description(1)
+type "Kitchen door rehung"
+focus iwindow.price(1)
+type "30"
+tab
+when print pdf "invoice.pdf"
+menu fileprint
+SCN
+kept=$("$build/ledgerly-scenario" --keep "$folder/page.scn" | grep -o '/[^ ]*ledgerly[^ ]*' | head -1 || true)
+pdf=$(find "${kept:-/nonexistent}" "$folder" -name invoice.pdf 2>/dev/null | head -1)
+[ -n "$pdf" ] || { echo "the scenario printed no invoice"; exit 1; }
+pdftoppm -png -r 72 -singlefile "$pdf" "${docs}/invoice-page"
+pdftoppm -png -r 150 -singlefile -x 0 -y 0 -W 1240 -H 1060 "$pdf" "${docs}/invoice-rules-150dpi"
+echo "saved $docs/dialog-over-form.png, $docs/invoice-page.png, $docs/invoice-rules-150dpi.png"

@@ -71,6 +71,9 @@ class Control {
   Integer Alignment = 0;  // TextField/TextArea: 0 default, 1 left, 2 centre, 3 right
   Integer TextAlign = 0;  // StaticText: 0 left, 1 centre, 2 right
   bool HasBackColor = false;
+  // Which edges keep their distance to the window's edges when it is resized: left and right
+  // together make the control grow across, right alone moves it; top and bottom likewise.
+  bool LockLeft = false, LockTop = false, LockRight = false, LockBottom = false;
 
   bool Enabled() const { return enabled_; }
   void setEnabled(bool v);
@@ -145,6 +148,8 @@ class TextControl : public Control {
   Integer LimitText = 0;  // binds typing only; 0 means no limit
   bool Border = true;
   bool Multiline = false;
+  // The text the window was built with, before any Open handler or code changed it.
+  String DesignText;
 
   bool AcceptsFocus() const override { return Enabled() && Visible(); }
 
