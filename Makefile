@@ -1,19 +1,24 @@
 # The whole set-up: `make run` builds and starts the program, `make test` builds and runs every test.
+# Each of the two installs the Debian packages it needs first, and only those that are missing
+# (tools/install-deps.sh); a plain `make` or `make build` installs nothing.
 BUILD ?= build
 JOBS ?= $(shell nproc)
 CMAKE_FLAGS ?=
 
-.PHONY: all deps configure build run test format clean deps-robustness test-asan soak soak-valgrind fuzz install package screenshot
+.PHONY: all deps deps-package configure build run test format clean deps-robustness test-asan soak soak-valgrind fuzz install package check-package screenshot
 
 all: build
 
 deps:
 	@bash tools/install-deps.sh
 
+deps-package:
+	@bash tools/install-deps.sh package
+
 $(BUILD)/build.ninja:
 	cmake -S . -B $(BUILD) -G Ninja $(CMAKE_FLAGS)
 
-configure: deps $(BUILD)/build.ninja
+configure: $(BUILD)/build.ninja
 
 build: configure
 	cmake --build $(BUILD) -j $(JOBS)
@@ -22,27 +27,35 @@ build: configure
 # the data folder, so a rebuild or a clean replaces the program and never the data.
 DATA_DIR ?= $(HOME)/.local/share/ledgerly
 
-run: build
+run: deps
+	@$(MAKE) --no-print-directory build
 	@mkdir -p "$(DATA_DIR)"
 	@rm -f "$(DATA_DIR)/ledgerly" && cp $(BUILD)/ledgerly "$(DATA_DIR)/ledgerly"
 	cd "$(DATA_DIR)" && ./ledgerly
+
+test: deps
+	@$(MAKE) --no-print-directory build
+	cd $(BUILD) && QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j $(JOBS)
 
 # Into /usr/local (PREFIX=... to change); DESTDIR works as usual.
 PREFIX ?= /usr/local
 install: build
 	cmake --install $(BUILD) --prefix $(PREFIX)
 
-# A .deb in $(BUILD)/.
+# A .deb and its -dbgsym package in $(BUILD)/.
 package: build
 	cd $(BUILD) && cpack -G DEB
+
+# The package as a packager checks it: lintian, AppStream, the desktop entry, and the program
+# unpacked from the package started once. Not part of `make test`.
+check-package: deps-package
+	@$(MAKE) --no-print-directory build
+	bash tools/check-package.sh $(BUILD)
 
 # The pictures in docs/: the main window and a dialog over it under Xvfb, and a
 # printed invoice at 72 and at 150 dpi.
 screenshot: build
 	bash tests/desktop/screenshot.sh $(BUILD) docs
-
-test: build
-	cd $(BUILD) && QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j $(JOBS)
 
 format:
 	clang-format -i $$(git ls-files '*.cpp' '*.h')
@@ -52,7 +65,7 @@ clean:
 
 # Speed against the floor: prints the table and writes bench/results.md. Not part of `make test`.
 .PHONY: bench
-bench: configure
+bench: deps configure
 	cmake --build $(BUILD) -j $(JOBS) --target bench_driver bench_startup_ledgerly bench_startup_floor bench_headless
 	./$(BUILD)/bench/bench_driver --out bench/results.md
 

@@ -1,5 +1,10 @@
 #!/usr/bin/env bash
 # Installs the Debian packages the build, the tests and the program need, when any is missing.
+#   install-deps.sh              what `make run` and `make test` need
+#   install-deps.sh robustness   and what the fuzzing and the soak under valgrind need
+#   install-deps.sh package      and what `make check-package` needs
+# Where it cannot install (not Debian, or neither root nor sudo), it says what is needed and
+# leaves the rest to the build.
 set -euo pipefail
 packages=(
   cmake ninja-build g++ make pkg-config
@@ -13,17 +18,29 @@ packages=(
 )
 # `install-deps.sh robustness` adds what only the fuzzing and the soak under valgrind need; the
 # sanitizer build of `make test-asan` uses g++'s own runtime.
-if [ "${1:-}" = "robustness" ]; then
-  packages+=(clang libclang-rt-14-dev valgrind)
+case "${1:-}" in
+  robustness) packages+=(clang libclang-rt-14-dev valgrind) ;;
+  package) packages+=(dpkg-dev lintian appstream desktop-file-utils) ;;
+esac
+if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
+  echo "install-deps: not a Debian system; these are the Debian packages needed, to be installed"
+  echo "with the system's own names: ${packages[*]}"
+  exit 0
 fi
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")
 done
 if [ ${#missing[@]} -gt 0 ]; then
-  echo "installing: ${missing[*]}"
   SUDO=""
-  [ "$(id -u)" -eq 0 ] || SUDO="sudo"
+  if [ "$(id -u)" -ne 0 ]; then
+    if ! command -v sudo >/dev/null; then
+      echo "install-deps: needed and missing (install them as root): ${missing[*]}"
+      exit 0
+    fi
+    SUDO="sudo"
+  fi
+  echo "installing: ${missing[*]}"
   $SUDO apt-get update -qq
   # Installing CUPS must not start the system's print service: the tests bring their own cupsd.
   policy=/usr/sbin/policy-rc.d

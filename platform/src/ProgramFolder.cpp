@@ -27,27 +27,31 @@ std::string HomeFolder() {
   return "/tmp";
 }
 
+// Made for the user alone, as a data folder is.
 void MakeFolders(const std::string& path) {
   for (std::size_t pos = 1; pos != std::string::npos;) {
     pos = path.find('/', pos + 1);
-    ::mkdir(path.substr(0, pos).c_str(), 0777);
+    ::mkdir(path.substr(0, pos).c_str(), 0700);
   }
 }
 
-// The folder of the executable when it can be written; otherwise the user's data folder for
-// the program, made if it is missing.
-std::string DefaultPath() {
+bool Within(const std::string& path, const std::string& folder) {
+  return path == folder || path.compare(0, folder.size() + 1, folder + "/") == 0;
+}
+
+std::string ExecutableFolder() {
   std::vector<char> buf(PATH_MAX + 1);
   const ssize_t n = ::readlink("/proc/self/exe", buf.data(), buf.size() - 1);
-  if (n > 0) {
-    std::string exe(buf.data(), static_cast<std::size_t>(n));
-    const auto slash = exe.rfind('/');
-    std::string dir = slash == 0 ? "/" : exe.substr(0, slash);
-    if (slash != std::string::npos && ::access(dir.c_str(), W_OK) == 0) return dir;
-  }
-  const std::string data = HomeFolder() + "/.local/share/ledgerly";
-  MakeFolders(data);
-  return data;
+  if (n <= 0) return std::string();
+  const std::string exe(buf.data(), static_cast<std::size_t>(n));
+  const auto slash = exe.rfind('/');
+  return slash == std::string::npos ? std::string() : slash == 0 ? "/" : exe.substr(0, slash);
+}
+
+std::string DefaultPath() {
+  const std::string folder = ProgramFolder::DataFolderFor(ExecutableFolder(), HomeFolder());
+  MakeFolders(folder);
+  return folder;
 }
 
 struct State {
@@ -84,6 +88,15 @@ void RemoveLeftoversIn(int folder, bool descend) {
 }
 
 }  // namespace
+
+// A copy of the program in a folder of its own keeps its data there. An installed program (under
+// /usr or /opt), or one whose folder it cannot write, keeps it in the user's data folder for the
+// program; for root as for anyone.
+std::string ProgramFolder::DataFolderFor(const std::string& executableFolder, const std::string& home) {
+  const bool installed = Within(executableFolder, "/usr") || Within(executableFolder, "/opt");
+  if (!executableFolder.empty() && !installed && ::access(executableFolder.c_str(), W_OK) == 0) return executableFolder;
+  return home + "/.local/share/ledgerly";
+}
 
 const std::string& ProgramFolder::Path() {
   State& s = Current();

@@ -14,6 +14,8 @@ namespace rbi {
 class ProgramFolder {
  public:
   static const std::string& Path();
+  // Where a program whose executable lies in that folder keeps its data, by default.
+  static std::string DataFolderFor(const std::string& executableFolder, const std::string& home);
   // The folder open, or -1 (null) when it can't be opened.
   static int Descriptor();
   static FolderRef Root();
