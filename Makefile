@@ -3,7 +3,7 @@ BUILD ?= build
 JOBS ?= $(shell nproc)
 CMAKE_FLAGS ?=
 
-.PHONY: all deps configure build run test format clean deps-robustness test-asan soak soak-valgrind fuzz install package screenshot
+.PHONY: all deps configure build run test golden format clean deps-robustness test-asan soak soak-valgrind fuzz install package screenshot
 
 all: build
 
@@ -42,6 +42,12 @@ screenshot: build
 
 test: build
 	cd $(BUILD) && QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j $(JOBS)
+
+# The snapshots of every window and page written anew into tests/golden/, for `git diff` to show.
+# Look at what changed before committing it: the page scenarios print to PDF too, and their kept
+# folders (named below) hold the PDFs.
+golden: build
+	QT_QPA_PLATFORM=offscreen ./$(BUILD)/ledgerly-scenario --golden --keep tests/snapshots/*.scn
 
 format:
 	clang-format -i $$(git ls-files '*.cpp' '*.h')
