@@ -5,7 +5,7 @@ BUILD ?= build
 JOBS ?= $(shell nproc)
 CMAKE_FLAGS ?=
 
-.PHONY: all deps deps-package configure build run test format clean deps-robustness test-asan soak soak-valgrind fuzz install package check-package screenshot
+.PHONY: all deps deps-package configure build run test golden format clean deps-robustness test-asan soak soak-valgrind fuzz install package check-package screenshot
 
 all: build
 
@@ -56,6 +56,12 @@ check-package: deps-package
 # printed invoice at 72 and at 150 dpi.
 screenshot: build
 	bash tests/desktop/screenshot.sh $(BUILD) docs
+
+# The snapshots of every window and page written anew into tests/golden/, for `git diff` to show.
+# Look at what changed before committing it: the page scenarios print to PDF too, and their kept
+# folders (named below) hold the PDFs.
+golden: build
+	QT_QPA_PLATFORM=offscreen ./$(BUILD)/ledgerly-scenario --golden --keep tests/snapshots/*.scn
 
 format:
 	clang-format -i $$(git ls-files '*.cpp' '*.h')

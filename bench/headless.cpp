@@ -19,12 +19,12 @@
 #include <string>
 #include <vector>
 
-#include "BenchScreen.h"
 #include "core/App.h"
 #include "core/Module1.h"
 #include "fixture.h"
 #include "floors.h"
 #include "invoice/iwindow.h"
+#include "scenario/TestScreen.h"
 #include "secondary/prefswindow.h"
 #include "stats.h"
 
@@ -37,10 +37,12 @@ void Require(bool ok, const std::string& what) {
   if (!ok) throw std::runtime_error(what);
 }
 
-void RequireQuiet(const bench::BenchScreen& screen, const std::string& where) {
+// A case that meets a message or an error is not measuring what it means to.
+void RequireQuiet(const scn::TestScreen& screen, const std::string& where) {
   Require(screen.messages.empty(), where + ": the program said \"" +
-                                       (screen.messages.empty() ? "" : screen.messages.front()) + "\"");
-  Require(screen.errors.empty(), where + ": unhandled " + (screen.errors.empty() ? "" : screen.errors.front()));
+                                       (screen.messages.empty() ? "" : screen.messages.front().text) + "\"");
+  Require(screen.exceptions.empty(),
+          where + ": unhandled " + (screen.exceptions.empty() ? "" : screen.exceptions.front().className));
 }
 
 std::string ReadAll(const std::string& path) {
@@ -123,7 +125,7 @@ bench::InvoiceFields FormFields() {
   return f;
 }
 
-void SaveCase(bench::BenchScreen& screen, const std::string& folder, int n, int runs) {
+void SaveCase(scn::TestScreen& screen, const std::string& folder, int n, int runs) {
   const std::set<std::string> namesBefore = Entries(folder + "/names");
   const std::string prefsBytes = ReadAll(folder + "/ledgerlyprefs");
   const std::string floorPrefs = folder + "/ledgerlyprefs-floor";
@@ -168,7 +170,7 @@ void SaveCase(bench::BenchScreen& screen, const std::string& folder, int n, int 
 
 // ---- Loading --------------------------------------------------------------------------------
 
-void LoadCase(bench::BenchScreen& screen, const std::string& folder, int n, int runs) {
+void LoadCase(scn::TestScreen& screen, const std::string& folder, int n, int runs) {
   if (n < 2) {
     std::printf("SKIP load %d no invoices to click\n", n);
     return;
@@ -210,7 +212,7 @@ void LoadCase(bench::BenchScreen& screen, const std::string& folder, int n, int 
 
 // ---- One key --------------------------------------------------------------------------------
 
-void KeyCase(bench::BenchScreen& screen, int n, int runs) {
+void KeyCase(scn::TestScreen& screen, int n, int runs) {
   iwindow->makeeditable();
   iwindow->number(0)->setText("");
   iwindow->price(0)->setText("19.99");
@@ -251,25 +253,28 @@ void KeyCase(bench::BenchScreen& screen, int n, int runs) {
 
 // ---- Printing -------------------------------------------------------------------------------
 
-void PrintCase(bench::BenchScreen& screen, const std::string& out, int n, int runs) {
-  screen.print = bench::BenchScreen::Print::Record;
+void PrintCase(scn::TestScreen& screen, const std::string& out, int n, int runs) {
   iwindow->_fileprint_Action();
-  screen.print = bench::BenchScreen::Print::Pdf;
-  const std::vector<DrawOp> ops = screen.recorded;
-  Require(!ops.empty(), "print: nothing was drawn");
+  Require(!screen.jobs.empty() && !screen.jobs.back().ops.empty(), "print: nothing was drawn");
+  const std::vector<DrawOp> ops = screen.jobs.back().ops;
   std::map<std::string, std::string> families;
   for (const DrawOp& op : ops) families.emplace(op.state.font, ResolveFamily(op.state.font));
-  screen.pdfPath = out + "/ours.pdf";
+  // From here on each job goes to a PDF only, as a printer's would.
+  scn::Answer pdf;
+  pdf.kind = scn::Answer::Print;
+  pdf.text = out + "/ours.pdf";
+  pdf.record = false;
+  screen.Standing(pdf);
   const std::string floorPdf = out + "/floor.pdf";
   const Pairs p = Alternate(
       runs,
       [&] {
-        fs::remove(screen.pdfPath);
+        fs::remove(pdf.text);
         const double t0 = Now();
         iwindow->_fileprint_Action();
         const double t = Now() - t0;
         RequireQuiet(screen, "print");
-        Require(fs::file_size(screen.pdfPath) > 0, "print: no PDF");
+        Require(fs::file_size(pdf.text) > 0, "print: no PDF");
         return t;
       },
       [&] {
@@ -298,7 +303,9 @@ int main(int argc, char** argv) {
 
   InitRuntime(argc, argv);
   SetProgramFolder(folder);
-  bench::BenchScreen screen;
+  // Nothing is shown: a modal window is hidden at once, and a print goes onto a recording surface.
+  scn::TestScreen screen;
+  screen.StandAsAPassiveUser();
   SetScreen(&screen);
   try {
     RegisterWindows();

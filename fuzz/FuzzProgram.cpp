@@ -28,32 +28,8 @@ std::string& Program() {
 
 }  // namespace
 
-std::optional<Integer> FuzzScreen::ContextualMenu(const std::vector<String>& rows) {
-  if (!menuChoice) return std::nullopt;
-  const Integer n = static_cast<Integer>(rows.size());
-  const Integer row = *menuChoice < 0 ? n + *menuChoice : *menuChoice;
-  if (row < 0 || row >= n) return std::nullopt;
-  return row;
-}
-
-std::unique_ptr<PageSurface> FuzzScreen::PrintDialog(const PrinterSetup*) {
-  return std::make_unique<RecordingSurface>([this](const std::vector<DrawOp>& ops) {
-    ++pages;
-    drawnOps += ops.size();
-  });
-}
-
-void FuzzScreen::Clear() {
-  messages.clear();
-  exceptions.clear();
-  beeps = 0;
-  pages = 0;
-  drawnOps = 0;
-  menuChoice.reset();
-}
-
-FuzzScreen& Screen() {
-  static FuzzScreen screen;
+scn::TestScreen& Screen() {
+  static scn::TestScreen screen;
   return screen;
 }
 
@@ -90,8 +66,10 @@ void FreshProgram() {
   Date::SetToday(2026, 11, 16);
   Date::SetShortDateFormat("dd/MM/yyyy");
   Clipboard() = String();
-  Screen().Clear();
-  SetScreen(&Screen());
+  scn::TestScreen& screen = Screen();
+  screen.Clear();
+  screen.StandAsAPassiveUser();
+  SetScreen(&screen);
 }
 
 void EndProgram() {

@@ -9,36 +9,14 @@
 #include <vector>
 
 #include "rb/rb.h"
+#include "scenario/TestScreen.h"
 
 namespace fuzz {
 
-// Answers as a person who closes everything would: a modal window is hidden at once, the print
-// dialog prints onto a recording surface, every other dialog is cancelled.
-class FuzzScreen : public Screen {
- public:
-  void MsgBox(const String& text) override { messages.push_back(text.Utf8()); }
-  void Beep() override { ++beeps; }
-  void ShowURL(const String&) override {}
-  void Quit(Integer) override {}
-  void UnhandledException(const RuntimeException& e) override { exceptions.push_back(e.ClassName()); }
-  void RunModal(Window& w) override { w.Hide(); }
-  Ref<FolderItem> OpenFileDialog(const String&) override { return nil; }
-  std::optional<Integer> ContextualMenu(const std::vector<String>& rows) override;
-  std::unique_ptr<PageSurface> PrintDialog(const PrinterSetup*) override;
-  bool PageSetupDialog(PrinterSetup&) override { return false; }
-
-  void Clear();
-
-  std::vector<std::string> messages;
-  std::vector<std::string> exceptions;
-  int beeps = 0;
-  int pages = 0;
-  std::size_t drawnOps = 0;
-  // The row the contextual menu chooses: counted from the end when negative; none when unset.
-  std::optional<Integer> menuChoice;
-};
-
-FuzzScreen& Screen();
+// The screen of every entry: a person who closes everything. A modal window is hidden at once, the
+// print dialog prints onto a recording surface, the contextual menu is dismissed unless an entry
+// chooses, every other dialog is cancelled.
+scn::TestScreen& Screen();
 
 // Brings the runtime up once per process and makes the sandbox: a temporary folder holding only
 // the program folder "program".

@@ -31,7 +31,7 @@ int InvoiceFile(const std::uint8_t* data, std::size_t size) {
   Module1::cellid = 0;
   RunHandler([] { iwindow->loadinvoice(); });
   if (!Screen().exceptions.empty())
-    Fail("loading a readable invoicefile ended in " + Screen().exceptions.front());
+    Fail("loading a readable invoicefile ended in " + Screen().exceptions.front().className);
   if (Module1::texthaschanged) Fail("a freshly loaded invoice counts as edited");
 
   // Whatever the saving does with the names these texts make, the form keeps every text.
@@ -45,8 +45,8 @@ int InvoiceFile(const std::uint8_t* data, std::size_t size) {
 
   const std::size_t exceptions = Screen().exceptions.size();
   RunHandler([] { iwindow->_fileprint_Action(); });
-  if (Screen().exceptions.size() != exceptions) Fail("printing the invoice raised " + Screen().exceptions.back());
-  if (Screen().pages != 1) Fail("printing the invoice gave no page");
+  if (Screen().exceptions.size() != exceptions) Fail("printing the invoice raised " + Screen().exceptions.back().className);
+  if (Screen().jobs.size() != 1) Fail("printing the invoice gave no page");
   if (FieldTexts(*iwindow) != before) Fail("printing changed a text of the form");
 
   EndProgram();

@@ -23,7 +23,7 @@ int NameFile(const std::uint8_t* data, std::size_t size) {
   iwindow->customeraddress->setText(std::string(800, 'x'));
   Module1::cellid = 0;
   RunHandler([] { iwindow->getaddresses(); });
-  if (!Screen().exceptions.empty()) Fail("reading a namefile ended in " + Screen().exceptions.front());
+  if (!Screen().exceptions.empty()) Fail("reading a namefile ended in " + Screen().exceptions.front().className);
   // The first PString, or what there is of it.
   const std::string stored = size == 0 ? "" : bytes.substr(1, std::min<std::size_t>(data[0], size - 1));
   const std::string address = iwindow->customeraddress->Text().Utf8();
@@ -33,7 +33,7 @@ int NameFile(const std::uint8_t* data, std::size_t size) {
   iwindow->customername->setText("Fuzz");
   Module1::texthaschanged = true;
   RunHandler([] { iwindow->_filesave_Action(); });
-  if (!Screen().exceptions.empty()) Fail("saving a picked name ended in " + Screen().exceptions.front());
+  if (!Screen().exceptions.empty()) Fail("saving a picked name ended in " + Screen().exceptions.front().className);
   if (iwindow->customeraddress->Text().Utf8() != address) Fail("saving changed the address");
   const std::string written = ReadFile("names/Fuzz");
   const std::size_t n = std::min<std::size_t>(address.size(), 255);

@@ -14,8 +14,8 @@ namespace fuzz {
 namespace {
 
 bool OnlyOutOfBounds() {
-  for (const std::string& e : Screen().exceptions)
-    if (e != "OutOfBoundsException") return false;
+  for (const scn::ReportedException& e : Screen().exceptions)
+    if (e.className != "OutOfBoundsException") return false;
   return true;
 }
 
@@ -29,10 +29,10 @@ int PrefsFile(const std::uint8_t* data, std::size_t size) {
   // The stored currency row is taken as it stands, and a row the menu does not have stops the
   // load there, as the list's own rule says. Nothing else may go wrong.
   if (!OnlyOutOfBounds())
-    Fail("loading a readable prefsfile ended in " + Screen().exceptions.front());
+    Fail("loading a readable prefsfile ended in " + Screen().exceptions.front().className);
   const bool loaded = Screen().exceptions.empty();
   if (loaded && prefswindow->Visible()) Fail("the prefs stay on the screen after a load");
-  if (!Screen().messages.empty()) Fail("loading a prefsfile said " + Screen().messages.front());
+  if (!Screen().messages.empty()) Fail("loading a prefsfile said " + Screen().messages.front().text);
 
   RunHandler([] { Module1::saveprefs(); });
   if (Screen().exceptions.size() != (loaded ? 0u : 1u))
@@ -51,7 +51,7 @@ int PrefsFile(const std::uint8_t* data, std::size_t size) {
       (Screen().exceptions.size() != 1 || !OnlyOutOfBounds() || !iwindow->Visible()))
     Fail("a currency of -1 did not end in one OutOfBoundsException with the main window shown");
   if (!noCurrencyRow && !Screen().exceptions.empty())
-    Fail("the prefs as the program wrote them did not load: " + Screen().exceptions.front());
+    Fail("the prefs as the program wrote them did not load: " + Screen().exceptions.front().className);
 
   EndProgram();
   return 0;

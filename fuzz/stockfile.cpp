@@ -29,7 +29,7 @@ std::vector<std::string> Rows() {
 
 void Load() {
   RunHandler([] { Module1::loadstock(); });
-  if (!Screen().exceptions.empty()) Fail("loading a stockfile ended in " + Screen().exceptions.front());
+  if (!Screen().exceptions.empty()) Fail("loading a stockfile ended in " + Screen().exceptions.front().className);
 }
 
 }  // namespace
@@ -49,14 +49,17 @@ int StockFile(const std::uint8_t* data, std::size_t size) {
   const std::vector<std::string> rows = Rows();
 
   // The last row of the menu, chosen for the first line of the form.
-  Screen().menuChoice = -1;
+  scn::Answer last;
+  last.kind = scn::Answer::Menu;
+  last.row = -1;
+  Screen().Standing(last);
   iwindow->description(0)->UserClick(1, 1, true);
-  if (!Screen().exceptions.empty()) Fail("a choice from the stock menu raised " + Screen().exceptions.front());
+  if (!Screen().exceptions.empty()) Fail("a choice from the stock menu raised " + Screen().exceptions.front().className);
   if (expected > 0 && iwindow->description(0)->Text().Utf8() != rows[rows.size() - 2])
     Fail("the menu's choice did not fill the description of its row");
 
   RunHandler([] { stockwindow->savestock(); });
-  if (!Screen().exceptions.empty()) Fail("saving the stock raised " + Screen().exceptions.front());
+  if (!Screen().exceptions.empty()) Fail("saving the stock raised " + Screen().exceptions.front().className);
   ResetProgram();
   Load();
   if (Rows() != rows) Fail("the stock as the program wrote it reads back to other rows");

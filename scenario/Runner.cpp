@@ -20,16 +20,23 @@ namespace scn {
 
 namespace {
 
-// Pops the command stack however the command ends.
+// Pops the command stack however the command ends; the screen stamps what it records with the
+// command running.
 class StackGuard {
  public:
-  StackGuard(std::vector<const Command*>& stack, const Command* c) : stack_(stack) {
+  StackGuard(std::vector<const Command*>& stack, const Command* c, TestScreen& screen)
+      : stack_(stack), screen_(screen) {
     stack_.push_back(c);
+    screen_.now = c->where;
   }
-  ~StackGuard() { stack_.pop_back(); }
+  ~StackGuard() {
+    stack_.pop_back();
+    screen_.now = stack_.empty() ? Where{} : stack_.back()->where;
+  }
 
  private:
   std::vector<const Command*>& stack_;
+  TestScreen& screen_;
 };
 
 std::string MakeFolder() {
@@ -170,14 +177,14 @@ void Runner::Execute(const Command& c) {
     (this->*verb->handler)(a);
     return;
   }
-  StackGuard guard(stack_, &c);
+  StackGuard guard(stack_, &c, *screen_);
   if (verb->action && !running_) {
     Fail(c.where, "the program running for " + c.tokens[0].text, "it is not running");
   }
   bool check = verb->handler == &Runner::Expect;
   bool runsProgram = verb->action || verb->handler == &Runner::Start ||
                      verb->handler == &Runner::Quit || verb->handler == &Runner::Restart;
-  std::size_t before = screen_->Exceptions().size();
+  std::size_t before = screen_->exceptions.size();
   try {
     (this->*verb->handler)(a);
   } catch (const RuntimeException& e) {
@@ -187,11 +194,11 @@ void Runner::Execute(const Command& c) {
   }
   if (runsProgram) {
     lastFrom_ = before;
-    lastTo_ = screen_->Exceptions().size();
+    lastTo_ = screen_->exceptions.size();
   }
   // A full disk lasts until the person has seen what it did: to the end of this command.
   if (fault_.failing) fault_.kind = FaultKind::None, fault_.failing = false;
-  if (screen_->Ended()) running_ = false;
+  if (screen_->ended) running_ = false;
 }
 
 Outcome Runner::Run(const Scenario& scenario) {
@@ -219,7 +226,11 @@ Outcome Runner::Run(const Scenario& scenario) {
     out.failure = {scenario.where, "a new program folder", "mkdtemp failed"};
     return out;
   }
-  screen_ = std::make_unique<RunnerScreen>(*this);
+  screen_ = std::make_unique<TestScreen>();
+  screen_->onProblem = [](const Where& at, const std::string& expected, const std::string& found) {
+    Fail(at, expected, found);
+  };
+  screen_->nativePath = [this](const std::string& path, const Where& at) { return NativePath(path, at); };
   running_ = false;
   stack_.clear();
   modals_.clear();
@@ -270,10 +281,10 @@ void Runner::EndChecks() {
   if (const Answer* a = screen_->Unused()) {
     Fail(a->where, "every queued answer taken", a->written + " still queued");
   }
-  for (const ShownMessage& m : screen_->Messages()) {
+  for (const ShownMessage& m : screen_->messages) {
     if (!m.checked) Fail(m.where, "every message checked", "unchecked msgbox " + Quote(m.text));
   }
-  for (const ReportedException& e : screen_->Exceptions()) {
+  for (const ReportedException& e : screen_->exceptions) {
     if (!e.checked) {
       Fail(e.where, "every unhandled exception checked",
            "unchecked " + e.className + " (" + e.what + ")");
@@ -391,7 +402,6 @@ void Runner::Remove(Args& a) {
 void Runner::DoStart() {
   ResetProgram();
   screen_->NoteStart();
-  screen_->SetEnded(false);
   ApplySettings();
   SetProgramFolder(folder_);
   if (HoldProgramFolder() == FolderHold::HeldByAnother)
@@ -403,7 +413,7 @@ void Runner::DoStart() {
 
 void Runner::DoQuit(const Where& where) {
   ChooseMenuItem("FileQuit");
-  if (!screen_->Ended()) Fail(where, "the program ends", "it is still running");
+  if (!screen_->ended) Fail(where, "the program ends", "it is still running");
   running_ = false;
 }
 
@@ -441,6 +451,7 @@ void Runner::When(Args& a) {
     ans.window = a.Word("a window");
     a.Keyword("do");
     std::vector<Token> rest = a.Rest();
+    std::vector<Command> actions;
     std::vector<Token> cur;
     for (std::size_t i = 0; i < rest.size(); ++i) {
       // A modal answer among the actions takes every action after it as its own.
@@ -452,19 +463,20 @@ void Runner::When(Args& a) {
       }
       if (rest[i].kind == Token::Semicolon) {
         if (cur.empty()) a.Bad("an action before each ';'");
-        ans.actions.push_back({a.where(), cur});
+        actions.push_back({a.where(), cur});
         cur.clear();
       } else {
         cur.push_back(rest[i]);
       }
     }
     if (cur.empty()) a.Bad("an action after do and after each ';'");
-    ans.actions.push_back({a.where(), cur});
+    actions.push_back({a.where(), cur});
     if (dry_) {
       if (!WindowRegistry::Known(ans.window)) Fail(a.where(), "a window class", ans.window);
-      for (const Command& c : ans.actions) Validate(c);
+      for (const Command& c : actions) Validate(c);
       return;
     }
+    ans.act = [this, actions](Window& w) { RunModalActions(w, actions); };
   } else if (a.Accept("menu")) {
     a.SetForm("when menu choose \"<text>\" | when menu dismiss");
     ans.kind = Answer::Menu;
@@ -520,7 +532,7 @@ void Runner::When(Args& a) {
   screen_->Queue(std::move(ans));
 }
 
-void Runner::RunModalActions(Window& w, const Answer& answer) {
+void Runner::RunModalActions(Window& w, const std::vector<Command>& actions) {
   modals_.push_back(&w);
   struct Pop {
     std::vector<Window*>& v;
@@ -528,7 +540,7 @@ void Runner::RunModalActions(Window& w, const Answer& answer) {
   } pop{modals_};
   // The modal loop serves these as events of their own.
   OutermostScope scope;
-  for (const Command& c : answer.actions) Execute(c);
+  for (const Command& c : actions) Execute(c);
 }
 
 }  // namespace scn

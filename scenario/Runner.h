@@ -11,9 +11,9 @@
 #include "rb/rb.h"
 #include "scenario/Args.h"
 #include "scenario/Properties.h"
-#include "scenario/RunnerScreen.h"
 #include "scenario/ScenarioFailure.h"
 #include "scenario/ScriptFile.h"
+#include "scenario/TestScreen.h"
 
 namespace scn {
 
@@ -39,14 +39,15 @@ class Runner {
 
   Outcome Run(const Scenario& scenario);
 
-  // For the screen.
-  // Runs a modal window's actions while it is shown, as events served by its modal loop.
-  void RunModalActions(Window& w, const Answer& answer);
+  // Snapshots are read from, or with `writeGolden` written to, paths relative to this folder: the
+  // folder of the file whose scenarios run.
+  void SetScriptFolder(const std::string& folder) { scriptFolder_ = folder; }
+  void WriteGolden(bool on) { writeGolden_ = on; }
+
   // Where the scenario stands: the innermost command running.
   Where Current() const;
   // The native path of a scenario path inside the program folder.
   std::string NativePath(const std::string& path, const Where& where) const;
-  const std::string& Folder() const { return folder_; }
 
  private:
   using Handler = void (Runner::*)(Args&);
@@ -118,6 +119,13 @@ class Runner {
   void ExpectNoDrawn(Args& a);
   void ExpectLine(Args& a);
   void ExpectPicture(Args& a);
+  void ExpectWindow(Args& a);
+  void ExpectPage(Args& a);
+  // The snapshot against its golden file, or written to it.
+  void CompareGolden(Args& a, const std::string& file, const std::string& snapshot);
+
+  // Runs a modal window's actions while it is shown, as events served by its modal loop.
+  void RunModalActions(Window& w, const std::vector<Command>& actions);
 
   // Helpers for actions.
   Window& TargetWindow(const std::string& name, const Where& where);
@@ -138,7 +146,9 @@ class Runner {
     bool failing = false;
   } fault_;
   bool dry_ = false;  // true while commands are only read, before the scenario runs
-  std::unique_ptr<RunnerScreen> screen_;
+  std::unique_ptr<TestScreen> screen_;
+  std::string scriptFolder_ = ".";
+  bool writeGolden_ = false;
   std::string folder_;
   bool running_ = false;
   std::vector<const Command*> stack_;

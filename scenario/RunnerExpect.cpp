@@ -79,6 +79,8 @@ const std::vector<Runner::Verb>& Runner::ExpectVerbs() {
       {"nodrawn", &Runner::ExpectNoDrawn, "expect nodrawn \"<text>\"", false},
       {"line", &Runner::ExpectLine, "expect line <x1> <y1> <x2> <y2> [color RRGGBB]", false},
       {"picture", &Runner::ExpectPicture, "expect picture at <x> <y>", false},
+      {"window", &Runner::ExpectWindow, "expect window <window> \"<golden file>\"", false},
+      {"page", &Runner::ExpectPage, "expect page \"<golden file>\"", false},
   };
   return verbs;
 }
@@ -171,7 +173,7 @@ void Runner::ExpectMsgBox(Args& a) {
   std::string text = a.Quoted("the message in quotes");
   a.End();
   if (dry_) return;
-  for (ShownMessage& m : screen_->Messages()) {
+  for (ShownMessage& m : screen_->messages) {
     if (m.checked) continue;
     if (m.text != Shown(text)) Fail(a.where(), "msgbox " + Quote(text), "msgbox " + Quote(m.text));
     m.checked = true;
@@ -183,7 +185,7 @@ void Runner::ExpectMsgBox(Args& a) {
 void Runner::ExpectNoMsgBox(Args& a) {
   a.End();
   if (dry_) return;
-  for (const ShownMessage& m : screen_->Messages()) {
+  for (const ShownMessage& m : screen_->messages) {
     if (!m.checked) {
       Fail(a.where(), "no message",
            "msgbox " + Quote(m.text) + " at line " + std::to_string(m.where.line));
@@ -194,22 +196,23 @@ void Runner::ExpectNoMsgBox(Args& a) {
 void Runner::ExpectBeep(Args& a) {
   a.End();
   if (dry_) return;
-  if (screen_->TakeBeeps() == 0) Fail(a.where(), "a beep", "no beep since the last check");
+  if (screen_->beeps == 0) Fail(a.where(), "a beep", "no beep since the last check");
+  screen_->beeps = 0;
 }
 
 void Runner::ExpectUrl(Args& a) {
   if (a.Accept("*")) {
     a.End();
     if (dry_) return;
-    if (screen_->Urls().empty()) Fail(a.where(), "url *", "no address handed to the browser");
+    if (screen_->urls.empty()) Fail(a.where(), "url *", "no address handed to the browser");
     return;
   }
   std::string text = a.Quoted("the address in quotes, or *");
   a.End();
   if (dry_) return;
-  if (screen_->Urls().empty())
+  if (screen_->urls.empty())
     Fail(a.where(), "url " + Quote(text), "no address handed to the browser");
-  const std::string& last = screen_->Urls().back();
+  const std::string& last = screen_->urls.back();
   if (last != Shown(text)) Fail(a.where(), "url " + Quote(text), "url " + Quote(last));
 }
 
@@ -217,7 +220,7 @@ void Runner::ExpectError(Args& a) {
   std::string name = a.Quoted("the exception's class in quotes");
   a.End();
   if (dry_) return;
-  std::vector<ReportedException>& all = screen_->Exceptions();
+  std::vector<ReportedException>& all = screen_->exceptions;
   std::string seen;
   for (std::size_t i = lastFrom_; i < lastTo_ && i < all.size(); ++i) {
     if (all[i].className == name && !all[i].checked) {
@@ -360,7 +363,7 @@ void Runner::ExpectEntries(Args& a) {
   if (!fs::is_directory(native, ec)) Fail(a.where(), expected, "no folder " + path);
   std::vector<std::string> have;
   for (const fs::directory_entry& e : fs::directory_iterator(native, ec)) {
-    have.push_back(ShownName(e.path().filename().string()));
+    have.push_back(e.path().filename().string());
   }
   std::sort(have.begin(), have.end());
   std::sort(want.begin(), want.end());

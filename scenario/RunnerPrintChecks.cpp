@@ -2,9 +2,13 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
 #include <optional>
 
 #include "scenario/Runner.h"
+#include "scenario/Snapshot.h"
 
 namespace scn {
 
@@ -108,15 +112,15 @@ std::string Nearest(std::vector<const DrawOp*> ops, std::optional<int> x, std::o
 }  // namespace
 
 const PrintJob& Runner::LastJob(const Where& where) {
-  if (screen_->Jobs().empty()) Fail(where, "a print job since start", "no job");
-  return screen_->Jobs().back();
+  if (screen_->jobs.empty()) Fail(where, "a print job since start", "no job");
+  return screen_->jobs.back();
 }
 
 void Runner::ExpectPages(Args& a) {
   int n = a.Int("a number of pages");
   a.End();
   if (dry_) return;
-  int have = static_cast<int>(screen_->Jobs().size());
+  int have = static_cast<int>(screen_->jobs.size());
   if (have != n) Fail(a.where(), "pages " + std::to_string(n), "pages " + std::to_string(have));
 }
 
@@ -222,6 +226,46 @@ void Runner::ExpectPicture(Args& a) {
     if (Coordinate(x, op.x) && Coordinate(y, op.y)) return;
   }
   Fail(a.where(), Render(a.command().tokens, 1), Nearest(pictures, x, y, "no picture drawn"));
+}
+
+// Snapshots. The golden file is the program's own output at a time when someone looked at it and
+// found it right: a difference is shown line by line, and `--golden` writes the file anew.
+
+void Runner::CompareGolden(Args& a, const std::string& file, const std::string& snapshot) {
+  const std::filesystem::path path = std::filesystem::path(scriptFolder_) / file;
+  if (writeGolden_) {
+    std::error_code ec;
+    std::filesystem::create_directories(path.parent_path(), ec);
+    std::ofstream out(path, std::ios::binary | std::ios::trunc);
+    out << snapshot;
+    if (!out) Fail(a.where(), "the snapshot written to " + path.string(), "it could not be written");
+    return;
+  }
+  std::ifstream in(path, std::ios::binary);
+  if (!in) Fail(a.where(), "a golden file " + path.string(), "none; make golden writes it");
+  std::stringstream golden;
+  golden << in.rdbuf();
+  if (golden.str() != snapshot) {
+    Fail(a.where(), "the snapshot in " + file, "it differs:\n" + SnapshotDiff(golden.str(), snapshot));
+  }
+}
+
+void Runner::ExpectWindow(Args& a) {
+  std::string name = a.Word("a window");
+  std::string file = a.Name("a golden file");
+  a.End();
+  if (!WindowRegistry::Known(name)) Fail(a.where(), "a window class", name);
+  if (dry_) return;
+  Window* w = WindowRegistry::Find(name);
+  if (w == nullptr) Fail(a.where(), "window " + name + " built", "it is not built");
+  CompareGolden(a, file, WindowSnapshot(*w));
+}
+
+void Runner::ExpectPage(Args& a) {
+  std::string file = a.Name("a golden file");
+  a.End();
+  if (dry_) return;
+  CompareGolden(a, file, PageSnapshot(LastJob(a.where())));
 }
 
 }  // namespace scn

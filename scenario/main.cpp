@@ -1,7 +1,8 @@
-// ledgerly-scenario [--keep] [--folder DIR] [--fault kill:N|full:N] FILE...
+// ledgerly-scenario [--keep] [--golden] [--folder DIR] [--fault kill:N|full:N] FILE...
 // Runs every scenario of the files against the program with no screen, one line per scenario, and
 // a closing count.
 #include <cstdlib>
+#include <filesystem>
 #include <iostream>
 #include <string>
 #include <vector>
@@ -14,8 +15,9 @@
 namespace {
 
 void Usage(std::ostream& out) {
-  out << "usage: ledgerly-scenario [--keep] [--folder DIR] [--fault kill:N|full:N] FILE...\n"
+  out << "usage: ledgerly-scenario [--keep] [--golden] [--folder DIR] [--fault kill:N|full:N] FILE...\n"
          "  --keep          keep each scenario's folder and print where it is\n"
+         "  --golden        write the snapshots of `expect window` and `expect page` as golden files\n"
          "  --folder DIR    run every scenario in DIR as it stands (made if missing), and keep it\n"
          "  --fault kill:N  kill the process at the Nth write, sync or rename of a file\n"
          "  --fault full:N  fail that step and the later ones of its command with a full disk\n";
@@ -43,7 +45,7 @@ std::string Location(const scn::Where& where) {
 
 int main(int argc, char** argv) {
   InitRuntime(argc, argv);
-  bool keep = false;
+  bool keep = false, golden = false;
   std::string folder;
   scn::FaultKind fault = scn::FaultKind::None;
   long step = 0;
@@ -52,6 +54,8 @@ int main(int argc, char** argv) {
     std::string arg = argv[i];
     if (arg == "--keep") {
       keep = true;
+    } else if (arg == "--golden") {
+      golden = true;
     } else if (arg == "--folder" && i + 1 < argc) {
       folder = argv[++i];
     } else if (arg == "--fault" && i + 1 < argc) {
@@ -78,9 +82,11 @@ int main(int argc, char** argv) {
   scn::Runner runner(keep);
   if (!folder.empty()) runner.UseFolder(folder);
   runner.SetFault(fault, step);
+  runner.WriteGolden(golden);
   int passed = 0, failed = 0;
   for (const std::string& file : files) {
     scn::Script script = scn::LoadScript(file);
+    runner.SetScriptFolder(std::filesystem::path(file).parent_path().string());
     if (script.scenarios.empty()) {
       std::cout << "FAIL " << file << ": (no scenario): line 0: a scenario / none" << std::endl;
       ++failed;

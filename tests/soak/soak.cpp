@@ -19,6 +19,7 @@
 #include "core/Module1.h"
 #include "invoice/iwindow.h"
 #include "rb/rb.h"
+#include "scenario/TestScreen.h"
 #include "secondary/prefswindow.h"
 #include "secondary/surewindow.h"
 
@@ -38,40 +39,11 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// The person at the screen: confirms every question, closes the prefs, prints every job onto a
-// recording surface and lets it go at once.
-class SoakScreen : public Screen {
- public:
-  void MsgBox(const String& text) override { messages.push_back(text.Utf8()); }
-  void Beep() override {}
-  void ShowURL(const String&) override {}
-  void Quit(Integer) override {}
-  void UnhandledException(const RuntimeException& e) override { exceptions.push_back(e.ClassName()); }
-  void RunModal(Window& w) override {
-    if (w.ClassName() == "surewindow") surewindow->acceptbutt->UserClick();
-    if (w.ClassName() == "prefswindow") prefswindow->closebutt->UserClick();
-    if (w.Visible()) w.Hide();
-  }
-  Ref<FolderItem> OpenFileDialog(const String&) override { return nil; }
-  std::optional<Integer> ContextualMenu(const std::vector<String>&) override { return std::nullopt; }
-  std::unique_ptr<PageSurface> PrintDialog(const PrinterSetup*) override {
-    return std::make_unique<RecordingSurface>([this](const std::vector<DrawOp>& ops) {
-      ++pages;
-      customerDrawn = false;
-      for (const DrawOp& op : ops)
-        if (op.kind == DrawOp::Text && op.text == kCustomer) customerDrawn = true;
-    });
-  }
-  bool PageSetupDialog(PrinterSetup&) override { return false; }
+constexpr const char* kCustomer = "Soak Customer";
 
-  static constexpr const char* kCustomer = "Soak Customer";
-  std::vector<std::string> messages;
-  std::vector<std::string> exceptions;
-  int pages = 0;
-  bool customerDrawn = false;
-};
-
-SoakScreen screen;
+// The person at the screen confirms every question and closes the prefs; each print goes onto a
+// recording surface.
+scn::TestScreen screen;
 std::string folder;
 long cycle = 0;
 
@@ -134,7 +106,7 @@ std::string Invoicefile(const std::string& number, const std::string& status) {
   std::string b = PString("16-11-2026") + PString(number);
   b += PString("3") + PString("Widget") + PString("19.99") + PString("59.97");
   for (int i = 1; i <= 9; ++i) b += std::string(4, '\0');
-  b += PString(SoakScreen::kCustomer) + PString("1 High St") + PString("comments") + PString(status);
+  b += PString(kCustomer) + PString("1 High St") + PString("comments") + PString(status);
   b += std::string(8, '\0') + PString("") + PString("");
   return b;
 }
@@ -143,10 +115,10 @@ void Cycle() {
   Menu("filenew");
   const std::string number = iwindow->invoicenumberField->Text().Utf8();
   Check(number == Format(cycle, "00000").Utf8(), "New gave the number " + number);
-  const std::string name = number + "-16-11-2026-" + SoakScreen::kCustomer;
+  const std::string name = number + "-16-11-2026-" + kCustomer;
 
   Erase(iwindow->customername);
-  Type(iwindow->customername, SoakScreen::kCustomer);
+  Type(iwindow->customername, kCustomer);
   Erase(iwindow->customeraddress);
   Type(iwindow->customeraddress, "1 High St");
   Type(iwindow->number(0), "3");
@@ -158,7 +130,7 @@ void Cycle() {
   Menu("filesave");
   const std::string unpaidFile = Invoicefile(number, "unpaid");
   Check(ReadAll("customers/" + name) == unpaidFile, "the invoicefile holds other bytes");
-  Check(ReadAll("unpaid/" + name) == std::string(SoakScreen::kCustomer) + "\n", "no unpaidmarker");
+  Check(ReadAll("unpaid/" + name) == std::string(kCustomer) + "\n", "no unpaidmarker");
   Check(iwindow->customers->ListCount() == 1, "the list has not one row");
 
   // Back from the file: the form as it was saved, not edited.
@@ -178,16 +150,21 @@ void Cycle() {
         "the paid invoicefile holds other bytes");
   Check(Entries("unpaid").empty(), "the unpaidmarker stayed");
 
-  const int pages = screen.pages;
+  screen.jobs.clear();
   Menu("fileprint");
-  Check(screen.pages == pages + 1 && screen.customerDrawn, "the invoice was not printed");
+  bool customerDrawn = false;
+  for (const DrawOp& op : screen.jobs.empty() ? std::vector<DrawOp>{} : screen.jobs[0].ops)
+    customerDrawn = customerDrawn || (op.kind == DrawOp::Text && op.text == kCustomer);
+  Check(screen.jobs.size() == 1 && customerDrawn, "the invoice was not printed");
+  screen.jobs.clear();
 
   Menu("filedeleteinvoice");
   Check(Entries("customers").empty(), "the invoicefile stayed");
   Check(iwindow->customers->ListCount() == 0, "the row stayed");
   Check(Entries("names").size() == 1, "the name book does not hold one name");
-  Check(screen.messages.empty(), "a message came: " + (screen.messages.empty() ? "" : screen.messages[0]));
-  Check(screen.exceptions.empty(), "an exception came: " + (screen.exceptions.empty() ? "" : screen.exceptions[0]));
+  Check(screen.messages.empty(), "a message came: " + (screen.messages.empty() ? "" : screen.messages[0].text));
+  Check(screen.exceptions.empty(),
+        "an exception came: " + (screen.exceptions.empty() ? "" : screen.exceptions[0].className));
 }
 
 }  // namespace
@@ -204,9 +181,13 @@ int main(int argc, char** argv) {
   SetProgramFolder(folder);
   Date::SetToday(2026, 11, 16);
   Date::SetShortDateFormat("dd/MM/yyyy");
+  screen.StandAsAPassiveUser([](Window& w) {
+    if (w.ClassName() == "surewindow") surewindow->acceptbutt->UserClick();
+    if (w.ClassName() == "prefswindow") prefswindow->closebutt->UserClick();
+  });
   SetScreen(&screen);
   StartProgram();
-  Check(screen.messages.size() == 1 && screen.messages[0] == "Please fill out the prefs.",
+  Check(screen.messages.size() == 1 && screen.messages[0].text == "Please fill out the prefs.",
         "the first start did not ask for the prefs");
   screen.messages.clear();
 

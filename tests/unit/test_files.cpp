@@ -63,138 +63,47 @@ class FilesTest : public ::testing::Test {
   std::string outer_, dir_;
 };
 
-TEST_F(FilesTest, FieldsHaveTheirByteImages) {
-  struct Case {
-    const char* what;
-    void (*write)(BinaryStream&);
-    std::string bytes;
-  };
-  const Case cases[] = {
-      {"Single 1.0", [](BinaryStream& s) { s.WriteSingle(1.0); }, std::string("\x3F\x80\x00\x00", 4)},
-      {"Double 1.0", [](BinaryStream& s) { s.WriteDouble(1.0); }, std::string("\x3F\xF0\0\0\0\0\0\0", 8)},
-      {"Double -2.5", [](BinaryStream& s) { s.WriteDouble(-2.5); }, std::string("\xC0\x04\0\0\0\0\0\0", 8)},
-      {"PString empty", [](BinaryStream& s) { s.WritePString(""); }, std::string(1, '\0')},
-      {"PString", [](BinaryStream& s) { s.WritePString("ab"); }, "\x02" "ab"},
-      {"PString UTF-8", [](BinaryStream& s) { s.WritePString("\xC2\xA3"); }, "\x02\xC2\xA3"},
-      {"PString Mac Roman",
-       [](BinaryStream& s) { s.WritePString(ConvertEncoding("\xC2\xA3", Encodings::MacRoman)); }, "\x01\xA3"},
-      {"Boolean true", [](BinaryStream& s) { s.WriteBoolean(true); }, "\x01"},
-      {"Boolean false", [](BinaryStream& s) { s.WriteBoolean(false); }, std::string(1, '\0')},
-  };
-  for (const Case& c : cases) {
-    Ref<BinaryStream> s = Folder()->Child("field")->CreateBinaryFile("prefs");
-    ASSERT_NE(s, nil) << c.what;
-    c.write(*s);
-    s->Close();
-    EXPECT_EQ(ReadRaw(Path("field")), c.bytes) << c.what;
-  }
-}
-
-TEST_F(FilesTest, FieldsReadBack) {
-  Ref<FolderItem> f = Folder()->Child("ledgerlyprefs");
-  Ref<BinaryStream> out = f->CreateBinaryFile("prefs");
-  out->WritePString("Brown & Sons");
-  out->WriteSingle(12);
-  out->WriteSingle(0.1);
-  out->WriteDouble(17.5);
+// Each field's bytes, and what reading gives back: an untagged text, a Single narrowed on writing, a
+// Boolean's lowest bit, empty values past the end and the bytes there are of a cut string.
+TEST_F(FilesTest, FieldsHaveTheirBytesAndReadBack) {
+  Ref<BinaryStream> out = Folder()->Child("f")->CreateBinaryFile("prefs");
+  out->WritePString("ab");
+  out->WritePString(ConvertEncoding("\xC2\xA3", Encodings::MacRoman));
+  out->WriteSingle(1e300);
+  out->WriteDouble(-2.5);
   out->WriteBoolean(true);
-  out->WritePString("");
   out->Close();
+  EXPECT_EQ(ReadRaw(Path("f")), std::string("\x02" "ab" "\x01\xA3" "\x7F\x80\0\0" "\xC0\x04\0\0\0\0\0\0" "\x01", 18));
 
-  Ref<BinaryStream> in = f->OpenAsBinaryFile(false);
-  ASSERT_NE(in, nil);
+  WriteRaw(Path("g"), std::string("\x02" "ab" "\x41\x40\0\0" "\x03\x02\xFF" "\x05" "cd", 13));
+  Ref<BinaryStream> in = Folder()->Child("g")->OpenAsBinaryFile(false);
   const String name = in->ReadPString();
-  EXPECT_EQ(name.Bytes(), "Brown & Sons");
+  EXPECT_EQ(name.Bytes(), "ab");
   EXPECT_EQ(name.Encoding(), TextEncoding::None);
   EXPECT_EQ(in->ReadSingle(), 12.0);
-  EXPECT_EQ(in->ReadSingle(), static_cast<double>(0.1f));
-  EXPECT_EQ(in->ReadDouble(), 17.5);
   EXPECT_TRUE(in->ReadBoolean());
+  EXPECT_FALSE(in->ReadBoolean());
+  EXPECT_TRUE(in->ReadBoolean());
+  EXPECT_EQ(in->ReadPString().Bytes(), "cd");
   EXPECT_TRUE(in->ReadPString().IsEmpty());
-  in->Close();
+  EXPECT_EQ(in->ReadDouble(), 0);
+  EXPECT_FALSE(in->ReadBoolean());
+  // A number cut short is past the end.
+  WriteRaw(Path("cut"), std::string("\x3F\xF0\x00", 3));
+  EXPECT_EQ(Folder()->Child("cut")->OpenAsBinaryFile(false)->ReadDouble(), 0);
 }
 
-TEST_F(FilesTest, PStringKeepsTheFirst255Bytes) {
-  const std::string address(300, 'x');
-  Ref<BinaryStream> out = Folder()->Child("long")->CreateBinaryFile("prefs");
-  out->WritePString(address);
-  out->Close();
-  const std::string raw = ReadRaw(Path("long"));
-  ASSERT_EQ(raw.size(), 256u);
-  EXPECT_EQ(static_cast<unsigned char>(raw[0]), 255);
-  // The cut falls on a byte, also inside a character.
+TEST_F(FilesTest, PStringKeepsTheFirst255BytesEvenInsideACharacter) {
   const std::string euros = Repeat("\xE2\x82\xAC", 100);
-  out = Folder()->Child("long")->CreateBinaryFile("prefs");
+  Ref<BinaryStream> out = Folder()->Child("long")->CreateBinaryFile("prefs");
   out->WritePString(euros);
   out->Close();
-  EXPECT_EQ(ReadRaw(Path("long")).substr(1), euros.substr(0, 255));
+  EXPECT_EQ(ReadRaw(Path("long")), "\xFF" + euros.substr(0, 255));
 }
 
-TEST_F(FilesTest, BooleanReadsTheLowestBit) {
-  WriteRaw(Path("flags"), std::string("\x01\x02\x03\xFF\x00", 5));
-  Ref<BinaryStream> in = Folder()->Child("flags")->OpenAsBinaryFile(false);
-  EXPECT_TRUE(in->ReadBoolean());
-  EXPECT_FALSE(in->ReadBoolean());
-  EXPECT_TRUE(in->ReadBoolean());
-  EXPECT_TRUE(in->ReadBoolean());
-  EXPECT_FALSE(in->ReadBoolean());
-}
-
-TEST_F(FilesTest, SingleNarrowsOnWriting) {
-  Ref<BinaryStream> out = Folder()->Child("n")->CreateBinaryFile("prefs");
-  out->WriteSingle(16777217.0);  // no Single holds it
-  out->WriteSingle(1e300);
-  out->Close();
-  Ref<BinaryStream> in = Folder()->Child("n")->OpenAsBinaryFile(false);
-  EXPECT_EQ(in->ReadSingle(), static_cast<double>(static_cast<float>(16777217.0)));
-  EXPECT_TRUE(std::isinf(in->ReadSingle()));
-}
-
-TEST_F(FilesTest, ShorterWriteOverLongerFileKeepsTheTail) {
-  Ref<FolderItem> f = Folder()->Child("00012-16-11-2026-Brown");
-  Ref<BinaryStream> out = f->CreateBinaryFile("prefs");
-  out->WritePString(std::string(200, 'a'));
-  out->WritePString(std::string(200, 'b'));
-  out->WriteDouble(99);
-  out->Close();
-  const auto before = ReadRaw(f->NativePath());
-
-  out = f->OpenAsBinaryFile(true);
-  ASSERT_NE(out, nil);
-  out->WritePString("short");
-  out->WriteDouble(2.5);
-  out->Close();
-  const auto after = ReadRaw(f->NativePath());
-
-  EXPECT_EQ(after.size(), before.size());
-  EXPECT_EQ(after.substr(15), before.substr(15));
-  Ref<BinaryStream> in = f->OpenAsBinaryFile(true);
-  EXPECT_EQ(in->ReadPString().Bytes(), "short");
-  EXPECT_EQ(in->ReadDouble(), 2.5);
-}
-
-TEST_F(FilesTest, ReadsPastTheEndGiveEmptyZeroAndFalse) {
-  WriteRaw(Path("empty"), "");
-  Ref<BinaryStream> in = Folder()->Child("empty")->OpenAsBinaryFile(true);
-  ASSERT_NE(in, nil);
-  EXPECT_TRUE(in->ReadPString().IsEmpty());
-  EXPECT_EQ(in->ReadSingle(), 0);
-  EXPECT_EQ(in->ReadDouble(), 0);
-  EXPECT_FALSE(in->ReadBoolean());
-  EXPECT_TRUE(in->ReadPString().IsEmpty());
-
-  // A number cut short is past the end; a string cut short gives the bytes there are.
-  WriteRaw(Path("cut"), std::string("\x3F\xF0\x00", 3));
-  in = Folder()->Child("cut")->OpenAsBinaryFile(false);
-  EXPECT_EQ(in->ReadDouble(), 0);
-  EXPECT_EQ(in->ReadSingle(), 0);
-  WriteRaw(Path("cut"), "\x05" "ab");
-  in = Folder()->Child("cut")->OpenAsBinaryFile(false);
-  EXPECT_EQ(in->ReadPString().Bytes(), "ab");
-  EXPECT_TRUE(in->ReadPString().IsEmpty());
-}
-
-TEST_F(FilesTest, AWriteAfterAReadGoesRightAfterTheFieldRead) {
+// Written over from where the stream stands: a write after a read goes right after the field read,
+// and what is not written again stays. A stream opened for reading writes nothing.
+TEST_F(FilesTest, AWriteGoesOverTheFileFromWhereTheStreamStands) {
   WriteRaw(Path("mixed"), "\x02" "ab" "\x02" "cd" "\x02" "ef");
   Ref<BinaryStream> s = Folder()->Child("mixed")->OpenAsBinaryFile(true);
   EXPECT_EQ(s->ReadPString().Bytes(), "ab");
@@ -202,14 +111,14 @@ TEST_F(FilesTest, AWriteAfterAReadGoesRightAfterTheFieldRead) {
   EXPECT_EQ(s->ReadPString().Bytes(), "ef");
   s->Close();
   EXPECT_EQ(ReadRaw(Path("mixed")), "\x02" "ab" "\x02" "xy" "\x02" "ef");
-}
-
-TEST_F(FilesTest, ReadOnlyStreamWritesNothing) {
-  WriteRaw(Path("ro"), "\x01" "x");
-  Ref<BinaryStream> s = Folder()->Child("ro")->OpenAsBinaryFile(false);
+  s = Folder()->Child("mixed")->OpenAsBinaryFile(true);
+  s->WritePString("q");
+  s->Close();
+  EXPECT_EQ(ReadRaw(Path("mixed")), "\x01" "qb" "\x02" "xy" "\x02" "ef");
+  s = Folder()->Child("mixed")->OpenAsBinaryFile(false);
   s->WritePString("yy");
   s->Close();
-  EXPECT_EQ(ReadRaw(Path("ro")), "\x01" "x");
+  EXPECT_EQ(ReadRaw(Path("mixed")), "\x01" "qb" "\x02" "xy" "\x02" "ef");
 }
 
 TEST_F(FilesTest, OpenAndCreateFailAsNil) {
@@ -232,6 +141,11 @@ TEST_F(FilesTest, OpenAndCreateFailAsNil) {
   EXPECT_EQ(inMissing->CreateBinaryFile("prefs"), nil);
   EXPECT_EQ(inMissing->CreateTextFile(), nil);
 
+  // No child in a folder that is not there, nor in a file; a name not yet there is an item.
+  EXPECT_EQ(Folder()->Child("Stock")->Child("Items"), nil);
+  WriteRaw(Path("plain"), "x");
+  EXPECT_EQ(Folder()->Child("plain")->Child("x"), nil);
+  EXPECT_FALSE(Folder()->Child("not yet")->Exists());
   // A nil stream raises on first use.
   EXPECT_THROW(missing->OpenAsBinaryFile(true)->ReadDouble(), NilObjectException);
 }
@@ -324,77 +238,41 @@ TEST_F(FilesTest, HoldingTheFolderRemovesOnlyTheProgramsOwnLeftovers) {
   ::close(second);
 }
 
-TEST_F(FilesTest, CreateEmptiesAnExistingFile) {
-  WriteRaw(Path("Items"), "old content\n");
-  Ref<BinaryStream> b = Folder()->Child("Items")->CreateBinaryFile("prefs");
-  b->Close();
-  EXPECT_EQ(ReadRaw(Path("Items")), "");
-  WriteRaw(Path("Items"), "old content\n");
-  Ref<TextOutputStream> t = Folder()->Child("Items")->CreateTextFile();
-  t->WriteLine("new");
-  t->Close();
-  EXPECT_EQ(ReadRaw(Path("Items")), "new\n");
-}
-
 TEST_F(FilesTest, TextLinesReadBackWhateverTheLineEnd) {
   Ref<TextOutputStream> out = Folder()->Child("Items")->CreateTextFile();
   out->WriteLine("2");
-  out->WriteLine("Widget");
-  out->WriteLine("");
   out->WriteLine(ConvertEncoding("Caf\xC3\xA9", Encodings::MacRoman));
   out->Close();
-  EXPECT_EQ(ReadRaw(Path("Items")), "2\nWidget\n\nCaf\x8E\n");
-
+  EXPECT_EQ(ReadRaw(Path("Items")), "2\nCaf\x8E\n");
   Ref<TextInputStream> in = Folder()->Child("Items")->OpenAsTextFile();
   EXPECT_EQ(in->ReadLine().Bytes(), "2");
-  EXPECT_EQ(in->ReadLine().Bytes(), "Widget");
-  EXPECT_EQ(in->ReadLine().Bytes(), "");
   const String cafe = in->ReadLine();
   EXPECT_EQ(cafe.Encoding(), TextEncoding::None);
   EXPECT_TRUE(cafe.SameAs("Caf\xC3\xA9"));
   EXPECT_TRUE(in->AtEnd());
-  EXPECT_EQ(in->ReadLine().Bytes(), "");
 
   WriteRaw(Path("mixed"), "cr\rcrlf\r\nlf\n\r\nlast");
   in = Folder()->Child("mixed")->OpenAsTextFile();
   for (const char* want : {"cr", "crlf", "lf", "", "last", "", ""}) EXPECT_EQ(in->ReadLine().Bytes(), want);
 }
 
-TEST_F(FilesTest, ChildIgnoresCase) {
+// Child finds a name exactly, else one that differs only in case (the first in byte order), also
+// in non-ASCII letters; a name given untagged is written as the characters it shows.
+TEST_F(FilesTest, ChildFindsTheExactNameElseOneThatDiffersInCase) {
   Folder()->Child("stock")->CreateAsFolder();
-  EXPECT_EQ(OnDisk(dir_), std::vector<std::string>{"stock"});
-  Ref<FolderItem> upper = Folder()->Child("Stock");
-  EXPECT_TRUE(upper->Exists());
-  EXPECT_TRUE(upper->Directory());
-  EXPECT_EQ(upper->NativePath(), Path("stock"));
-  EXPECT_EQ(upper->Name().Bytes(), "stock");
-
   Ref<TextOutputStream> out = Folder()->Child("STOCK")->Child("Items")->CreateTextFile();
   out->WriteLine("1");
   out->Close();
-  EXPECT_EQ(OnDisk(dir_), std::vector<std::string>{"stock"});
   EXPECT_EQ(ReadRaw(Path("stock/Items")), "1\n");
-  EXPECT_TRUE(Folder()->Child("stock")->Child("items")->Exists());
-
-  // Non-ASCII letters too.
+  EXPECT_EQ(Folder()->Child("Stock")->Name().Bytes(), "stock");
+  WriteRaw(Path("Stock2"), "");
+  WriteRaw(Path("stock2"), "");
+  EXPECT_EQ(Folder()->Child("stock2")->Name().Bytes(), "stock2");
+  EXPECT_EQ(Folder()->Child("STOCK2")->Name().Bytes(), "Stock2");
   WriteRaw(Path("\xC3\x89t\xC3\xA9"), "x");  // Été
   EXPECT_EQ(Folder()->Child("\xC3\xA9T\xC3\x89")->Name().Bytes(), "\xC3\x89t\xC3\xA9");
-}
-
-TEST_F(FilesTest, ChildPrefersTheExactName) {
-  WriteRaw(Path("Stock"), "1");
-  WriteRaw(Path("stock"), "2");
-  EXPECT_EQ(Folder()->Child("stock")->Name().Bytes(), "stock");
-  EXPECT_EQ(Folder()->Child("Stock")->Name().Bytes(), "Stock");
-  EXPECT_EQ(Folder()->Child("STOCK")->Name().Bytes(), "Stock");
-}
-
-TEST_F(FilesTest, ChildOfAFolderThatIsNotThereIsNil) {
-  EXPECT_EQ(Folder()->Child("Stock")->Child("Items"), nil);
-  WriteRaw(Path("plain"), "x");
-  EXPECT_EQ(Folder()->Child("plain")->Child("x"), nil);
-  EXPECT_NE(Folder()->Child("not yet"), nil);
-  EXPECT_FALSE(Folder()->Child("not yet")->Exists());
+  Folder()->Child(String::FromBytes("Caf\x8E", TextEncoding::None))->CreateBinaryFile("prefs")->Close();
+  EXPECT_TRUE(std::filesystem::exists(Path("Caf\xC3\xA9")));
 }
 
 TEST_F(FilesTest, HostileNamesGiveNilOrStayInside) {
@@ -425,46 +303,27 @@ TEST_F(FilesTest, HostileNamesGiveNilOrStayInside) {
   EXPECT_TRUE(Folder()->Child("A/B")->Exists());
 }
 
-TEST_F(FilesTest, UntaggedNamesAreWrittenAsTheirCharacters) {
-  Ref<FolderItem> f = Folder()->Child(String::FromBytes("Caf\x8E", TextEncoding::None));
-  f->CreateBinaryFile("prefs")->Close();
-  EXPECT_EQ(OnDisk(dir_), std::vector<std::string>{"Caf\xC3\xA9"});
-}
-
 TEST_F(FilesTest, ListingIsByNameIgnoringCaseWithHiddenEntries) {
   for (const char* name : {"b", "A", ".hidden", "C", "a", "00002-x", "00010-y", "\xC3\x89t\xC3\xA9", "Zed"})
     WriteRaw(Path(name), "");
   Folder()->Child("sub")->CreateAsFolder();
   Ref<FolderItem> folder = Folder();
-  const Integer n = folder->Count();
-  ASSERT_EQ(n, 10);
+  ASSERT_EQ(folder->Count(), 10);
   std::vector<std::string> names;
-  for (Integer i = 1; i <= n; ++i) names.push_back(folder->Item(i)->Name().Bytes());
+  for (Integer i = 1; i <= 10; ++i) names.push_back(folder->Item(i)->Name().Bytes());
   EXPECT_EQ(names, (std::vector<std::string>{".hidden", "00002-x", "00010-y", "A", "a", "b", "C", "sub", "Zed",
                                              "\xC3\x89t\xC3\xA9"}));
   EXPECT_EQ(folder->Item(0), nil);
-  EXPECT_EQ(folder->Item(n + 1), nil);
+  EXPECT_EQ(folder->Item(11), nil);
   EXPECT_TRUE(folder->Item(8)->Directory());
-
-  // Count reads the folder again.
-  WriteRaw(Path("new"), "");
-  EXPECT_EQ(folder->Count(), 11);
   EXPECT_EQ(Folder()->Child("empty")->Count(), 0);
-}
 
-TEST_F(FilesTest, ManyEntriesListInOrder) {
-  const int n = 3000;
-  for (int i = 0; i < n; ++i) WriteRaw(Path((i % 2 ? "Inv" : "inv") + std::to_string(i * 7919 % n)), "");
-  Ref<FolderItem> folder = Folder();
-  ASSERT_EQ(folder->Count(), n);
-  std::string previous;
-  for (Integer i = 1; i <= n; ++i) {
-    const std::string name = folder->Item(i)->Name().Bytes();
-    if (i > 1) {
-      EXPECT_TRUE(LessIgnoringCase(previous, name)) << previous << " " << name;
-    }
-    previous = name;
-  }
+  // Many names, in an order that is no order at all.
+  for (int i = 0; i < 3000; ++i) WriteRaw(Path("sub/" + std::string(i % 2 ? "Inv" : "inv") + std::to_string(i * 7919 % 3000)), "");
+  Ref<FolderItem> sub = Folder()->Child("sub");
+  ASSERT_EQ(sub->Count(), 3000);
+  for (Integer i = 2; i <= 3000; ++i)
+    ASSERT_TRUE(LessIgnoringCase(sub->Item(i - 1)->Name().Bytes(), sub->Item(i)->Name().Bytes())) << i;
 }
 
 // The platform keeps listings between readings; whatever happens to the folder, from this program
@@ -509,24 +368,23 @@ TEST_F(FilesTest, ListingFollowsEveryChangeToTheFolder) {
   EXPECT_TRUE(std::filesystem::is_empty(dir_));
 }
 
+// What cannot be done is silently not done: a folder made twice, a folder not empty or a file
+// already gone deleted, a folder made where its parent is missing.
 TEST_F(FilesTest, ExistsDeleteAndCreateAsFolder) {
   Ref<FolderItem> f = Folder()->Child("unpaid");
-  EXPECT_FALSE(f->Exists());
   f->CreateAsFolder();
-  EXPECT_TRUE(f->Exists());
-  f->CreateAsFolder();  // already there: silent
+  f->CreateAsFolder();
   Ref<FolderItem> marker = f->Child("00012-16-11-2026-Brown");
   marker->CreateTextFile()->Close();
-  EXPECT_TRUE(marker->Exists());
   EXPECT_FALSE(marker->Directory());
-  f->Delete();  // not empty: silent, nothing goes
+  f->Delete();
   EXPECT_TRUE(marker->Exists());
   marker->Delete();
+  marker->Delete();
   EXPECT_FALSE(marker->Exists());
-  marker->Delete();  // gone already: silent
   f->Delete();
   EXPECT_FALSE(f->Exists());
-  New<FolderItem>(Path("a/b/c"))->CreateAsFolder();  // parent missing: silent
+  New<FolderItem>(Path("a/b/c"))->CreateAsFolder();
   EXPECT_FALSE(Folder()->Child("a")->Exists());
 }
 
@@ -555,8 +413,6 @@ TEST_F(FilesTest, AbsolutePathFindsTheSameItemAgain) {
 }
 
 TEST_F(FilesTest, EmptyPathIsTheProgramFolder) {
-  EXPECT_EQ(GetFolderItem("")->NativePath(), dir_);
-  EXPECT_TRUE(GetFolderItem("")->Directory());
   SetProgramFolder(dir_ + "/");
   EXPECT_EQ(GetFolderItem("")->NativePath(), dir_);
   SetProgramFolder("");

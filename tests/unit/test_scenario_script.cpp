@@ -40,54 +40,24 @@ class ScriptFiles : public ::testing::Test {
 
 }  // namespace
 
+// Words, strings with every escape resolved, `;` as a token of its own, blanks inside parentheses
+// kept in the word, and a # that begins a token starting a comment.
 TEST(ScenarioLexer, SplitsWordsStringsAndSemicolons) {
-  auto l = LexLine("  when modal surewindow do click surewindow.acceptbutt;expect  x = \"a b\"");
+  auto l = LexLine("  when modal surewindow do click surewindow.acceptbutt;expect  x(0, 1) = \"a b\" # c");
   ASSERT_TRUE(l.error.empty());
-  EXPECT_EQ(Texts(l.tokens),
-            (std::vector<std::string>{"when", "modal", "surewindow", "do", "click",
-                                      "surewindow.acceptbutt", ";", "expect", "x", "=", "a b"}));
+  EXPECT_EQ(Texts(l.tokens), (std::vector<std::string>{"when", "modal", "surewindow", "do", "click",
+                                                       "surewindow.acceptbutt", ";", "expect", "x(0,1)", "=", "a b"}));
   EXPECT_EQ(l.tokens[6].kind, Token::Semicolon);
   EXPECT_EQ(l.tokens[10].kind, Token::Quoted);
-  EXPECT_EQ(l.tokens[9].kind, Token::Word);
-}
-
-TEST(ScenarioLexer, ResolvesEveryEscape) {
-  auto l = LexLine(R"(type "a\\b\"c\rd\ne\tf\x00\xff\x4A")");
+  EXPECT_FALSE(LexLine(R"(expect Module1.sure = "true")").tokens[3].IsWord("true"));
+  l = LexLine(R"(type "a\\b\"c\rd\ne\tf\x00\xff\x4A#")");
   ASSERT_TRUE(l.error.empty()) << l.error;
-  ASSERT_EQ(l.tokens.size(), 2u);
-  EXPECT_EQ(l.tokens[1].text, std::string("a\\b\"c\rd\ne\tf\0\xff\x4A", 14));
-}
-
-TEST(ScenarioLexer, QuotedWordsStayStrings) {
-  auto l = LexLine(R"(expect Module1.sure = "true")");
-  ASSERT_EQ(l.tokens.size(), 4u);
-  EXPECT_EQ(l.tokens[3].kind, Token::Quoted);
-  EXPECT_FALSE(l.tokens[3].IsWord("true"));
-}
-
-TEST(ScenarioLexer, CommentsAndBlankLinesGiveNoTokens) {
-  EXPECT_TRUE(LexLine("").tokens.empty());
+  EXPECT_EQ(l.tokens[1].text, std::string("a\\b\"c\rd\ne\tf\0\xff\x4A#", 15));
   EXPECT_TRUE(LexLine("   \t ").tokens.empty());
   EXPECT_TRUE(LexLine("  # a comment \"with a quote").tokens.empty());
-  auto l = LexLine("press Return 2 # twice");
-  EXPECT_EQ(Texts(l.tokens), (std::vector<std::string>{"press", "Return", "2"}));
-  // A # inside a string is part of it.
-  EXPECT_EQ(LexLine("type \"#1\"").tokens[1].text, "#1");
-}
-
-TEST(ScenarioLexer, BlanksInsideParenthesesStayInTheWord) {
-  auto l = LexLine("expect iwindow.customers.Cell(0, 1) = \"x\"");
-  ASSERT_TRUE(l.error.empty());
-  EXPECT_EQ(l.tokens[1].text, "iwindow.customers.Cell(0,1)");
-}
-
-TEST(ScenarioLexer, ReportsLinesThatDoNotRead) {
-  EXPECT_FALSE(LexLine("type \"open").error.empty());
-  EXPECT_FALSE(LexLine("type \"\\q\"").error.empty());
-  EXPECT_FALSE(LexLine("type \"\\x4\"").error.empty());
-  EXPECT_FALSE(LexLine("type \"\\xG0\"").error.empty());
-  EXPECT_FALSE(LexLine("type \"ends in \\").error.empty());
-  EXPECT_FALSE(LexLine("expect iwindow.number(3.Text = \"\"").error.empty());
+  for (const char* bad : {"type \"open", "type \"\\q\"", "type \"\\x4\"", "type \"\\xG0\"", "type \"ends in \\",
+                          "expect iwindow.number(3.Text = \"\""})
+    EXPECT_FALSE(LexLine(bad).error.empty()) << bad;
 }
 
 TEST(ScenarioLexer, QuoteReadsBackAsTheSameBytes) {

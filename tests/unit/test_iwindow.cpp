@@ -1,5 +1,6 @@
-// The marks of the unpaid ledger: a row of customers is bold exactly when some marker in unpaid
-// has its name, ignoring case; that is, what comparing every marker with every row would mark.
+// The main window's own services: the marks of the unpaid ledger, where a row of customers is bold
+// exactly when some marker in unpaid has its name, ignoring case (what comparing every marker with
+// every row would mark); and its control arrays, which know their bounds.
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
@@ -11,7 +12,7 @@
 
 namespace {
 
-class UnpaidMarksTest : public ProgramTest {
+class MainWindowTest : public ProgramTest {
  protected:
   void Touch(const std::string& folder, const std::string& name) {
     std::filesystem::create_directories(dir_ + "/" + folder);
@@ -54,7 +55,7 @@ const std::vector<std::string> kMarkers = {"00001-16-11-2026-BROWN",
                                            "00006-16-11-2026-Gone",  // its invoice was deleted
                                            "00011-16-11-2026-ZED"};
 
-TEST_F(UnpaidMarksTest,
+TEST_F(MainWindowTest,
        ListsFilledFromTheirFoldersAreMarkedAsEveryMarkerAgainstEveryRowWouldMarkThem) {
   for (const std::string& name : kInvoices) Touch("customers", name);
   for (const std::string& name : kMarkers) Touch("unpaid", name);
@@ -67,7 +68,7 @@ TEST_F(UnpaidMarksTest,
   EXPECT_EQ(std::count(marks.begin(), marks.end(), true), 4);
 }
 
-TEST_F(UnpaidMarksTest, ListsInAnyOtherOrderAreMarkedTheSame) {
+TEST_F(MainWindowTest, ListsInAnyOtherOrderAreMarkedTheSame) {
   std::vector<std::string> invoices = kInvoices, markers = kMarkers;
   std::reverse(invoices.begin(), invoices.end());
   std::rotate(markers.begin(), markers.begin() + 2, markers.end());
@@ -85,6 +86,22 @@ TEST_F(UnpaidMarksTest, ListsInAnyOtherOrderAreMarkedTheSame) {
   for (const char* name : {"c", "A"}) iwindow->unpaid->AddRow(name);
   iwindow->markthem();
   EXPECT_EQ(Marks(), (std::vector<bool>{true, false, true}));
+}
+
+// The program never asks for a row past the tenth or a sign past the fifteenth; a fault that did
+// would be reported as the platform reports a row a list does not have.
+TEST_F(MainWindowTest, TheControlArraysRaiseOutOfBoundsPastTheirEnds) {
+  win::iwindow& w = *iwindow;
+  for (Integer i : {-1, 10}) {
+    EXPECT_THROW(w.number(i), OutOfBoundsException) << i;
+    EXPECT_THROW(w.description(i), OutOfBoundsException) << i;
+    EXPECT_THROW(w.price(i), OutOfBoundsException) << i;
+    EXPECT_THROW(w.total(i), OutOfBoundsException) << i;
+  }
+  EXPECT_EQ(w.total(9)->Index(), 9);
+  EXPECT_EQ(w.currenysign(14)->Index(), 14);
+  EXPECT_THROW(w.currenysign(15), OutOfBoundsException);
+  EXPECT_THROW(w.currenysign(-1), OutOfBoundsException);
 }
 
 }  // namespace
