@@ -6,6 +6,8 @@
 #include <sstream>
 #include <vector>
 
+#include "secondary/StaticTextButton.h"
+
 namespace scn {
 
 namespace {
@@ -178,6 +180,49 @@ std::string ClassPart(Control& c) {
   return s;
 }
 
+// The names whose flag is set, separated by commas.
+using Flags = std::vector<std::pair<bool, const char*>>;
+std::string Listed(const Flags& flags) {
+  std::string s;
+  for (const auto& [set, name] : flags)
+    if (set) s += (s.empty() ? "" : ", ") + std::string(name);
+  return s;
+}
+
+// The lines under a control's own: what is seldom set, and which of its events have handlers.
+std::string MoreLines(Control& c) {
+  std::string s;
+  const std::string locks = Listed(
+      {{c.LockLeft, "left"}, {c.LockTop, "top"}, {c.LockRight, "right"}, {c.LockBottom, "bottom"}});
+  if (!locks.empty()) s += "\n    locked " + locks;
+  Flags events = {{bool(c.OnOpen), "Open"},           {bool(c.OnGotFocus), "GotFocus"},
+                  {bool(c.OnLostFocus), "LostFocus"}, {bool(c.OnKeyDown), "KeyDown"},
+                  {bool(c.OnMouseDown), "MouseDown"}, {bool(c.OnMouseUp), "MouseUp"},
+                  {bool(c.OnMouseEnter), "MouseEnter"}, {bool(c.OnMouseExit), "MouseExit"}};
+  if (auto* t = dynamic_cast<TextControl*>(&c)) {
+    if (t->HasBackColor) s += "\n    has back color";
+    if (t->DesignText.Bytes() != t->Text().Bytes()) s += "\n    design text " + Q(t->DesignText.Utf8());
+    events.push_back({bool(t->OnTextChange), "TextChange"});
+  }
+  if (auto* l = dynamic_cast<Listbox*>(&c)) {
+    events.push_back({bool(l->OnCellClick), "CellClick"});
+    events.push_back({bool(l->OnCellTextPaint), "CellTextPaint"});
+  }
+  if (auto* p = dynamic_cast<PopupMenu*>(&c)) events.push_back({bool(p->OnChange), "Change"});
+  if (auto* m = dynamic_cast<ContextualMenu*>(&c)) events.push_back({bool(m->OnAction), "Action"});
+  if (auto* b = dynamic_cast<PushButton*>(&c)) events.push_back({bool(b->OnAction), "Action"});
+  if (auto* b = dynamic_cast<CheckBox*>(&c)) events.push_back({bool(b->OnAction), "Action"});
+  if (auto* v = dynamic_cast<Canvas*>(&c)) events.push_back({bool(v->OnPaint), "Paint"});
+  if (auto* link = dynamic_cast<StaticTextButton*>(&c)) {
+    events.insert(events.end(), {{bool(link->OpenEvent), "its own Open"},
+                                 {bool(link->MouseEnterEvent), "its own MouseEnter"},
+                                 {bool(link->MouseExitEvent), "its own MouseExit"},
+                                 {bool(link->ActionEvent), "its own Action"}});
+  }
+  if (const std::string handled = Listed(events); !handled.empty()) s += "\n    events " + handled;
+  return s;
+}
+
 void MenuLines(std::ostringstream& out, const Window& w, const MenuItem& item, int depth) {
   out << std::string(2 * depth, ' ') << item.Name << " " << Q(item.Text.Utf8());
   if (!item.KeyboardShortcut.empty()) out << " " << item.KeyboardShortcut;
@@ -203,6 +248,9 @@ std::string WindowSnapshot(Window& w) {
       << (w.MinimizeButton ? "yes" : "no") << "; " << (w.VisibleByDesign ? "visible" : "hidden")
       << " by design\n";
   out << "  back " << (w.HasBackColor ? Hex(w.BackColor) : "none (" + Hex(w.BackColor) + " unused)") << "\n";
+  const std::string events =
+      Listed({{bool(w.OnOpen), "Open"}, {bool(w.OnClose), "Close"}, {bool(w.OnActivate), "Activate"}});
+  if (!events.empty()) out << "  events " << events << "\n";
   if (w.Menus != nullptr) {
     out << "menu bar\n";
     for (const auto& menu : w.Menus->Menus) MenuLines(out, w, *menu, 1);
@@ -220,7 +268,7 @@ std::string WindowSnapshot(Window& w) {
     out << "; color " << Hex(c.TextColor());
     // A text field always shows its background; other controls only one they were given.
     if (c.HasBackColor || dynamic_cast<TextControl*>(&c) != nullptr) out << "; back " << Hex(c.BackColor());
-    out << ClassPart(c) << "\n";
+    out << ClassPart(c) << MoreLines(c) << "\n";
   }
   return out.str();
 }

@@ -9,9 +9,11 @@
 
 namespace scn {
 
-// The window as it stands: its own properties, its menu bar with the items it handles, then each
-// control in the order of creation with its geometry, tab order, font, colours, text and whatever
-// else its class holds; a canvas with its own painting lists what that paints.
+// The window as it stands: its own properties and events, its menu bar with the items it handles,
+// then each control in the order of creation with its geometry, tab order, font, colours, text and
+// whatever else its class holds; under it the edges it is locked to, its design text where the
+// text has changed since, and the events it has handlers for. A canvas with its own painting lists
+// what that paints.
 std::string WindowSnapshot(Window& w);
 
 // The page of a print job: its paper, the faces that measured its texts, then every drawing call
