@@ -1,8 +1,6 @@
 // The main window: one fixed invoice form of ten lines, the list of invoices at the right.
 #pragma once
 
-#include <array>
-
 #include "rb/rb.h"
 
 namespace win {
@@ -13,11 +11,8 @@ class iwindow : public Window {
   iwindow();
 
   // The control arrays; an index out of range throws OutOfBoundsException.
-  TextField* number(Integer i) const;
-  TextField* description(Integer i) const;
-  TextField* price(Integer i) const;
-  TextField* total(Integer i) const;
-  StaticText* currenysign(Integer i) const;
+  ControlArray<TextField, 10> number, description, price, total;
+  ControlArray<StaticText, 15> currenysign;
 
   StaticText* StaticText1 = nullptr;
   StaticText* StaticText2 = nullptr;
@@ -100,11 +95,6 @@ class iwindow : public Window {
   Integer id = 0;                  // the line that the stock menu fills
 
  private:
-  // Building the form (iwindow.cpp).
-  void Layout();
-  void CreateRowArrays();
-  void CreateOtherControls();
-  void FurtherProperties();
   void WireHandlers();
 
   // What several fields share: the lock at opening, the whole text selected on entering, and any
@@ -152,9 +142,6 @@ class iwindow : public Window {
   void cm_Action(const String& item);
   void fill(PopupMenu* popup, const String& folder);
   void fill(Listbox* list, const String& folder);
-
-  std::array<TextField*, 10> number_{}, description_{}, price_{}, total_{};
-  std::array<StaticText*, 15> currenysign_{};
 };
 
 }  // namespace win

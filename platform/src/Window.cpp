@@ -39,7 +39,8 @@ class ModalDepth {
 
 }  // namespace
 
-Window::Window(std::string className) : className_(std::move(className)) {}
+Window::Window(std::string className, WindowDesign design)
+    : WindowDesign(std::move(design)), className_(std::move(className)) {}
 
 Window::~Window() { focus_ = nullptr; }
 

@@ -2,6 +2,8 @@
 // whatever shows it is told of every change through the Screen interface.
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <functional>
 #include <string>
 #include <vector>
@@ -408,3 +410,22 @@ class PopupArrow : public Control {
 
 // True while the MouseDown being handled came from the secondary button.
 bool IsContextualClick();
+
+// The elements of a control array: they share one name and one handler, which asks the element
+// for its Index. `number(3)` is element 3; an index out of range throws OutOfBoundsException.
+template <class C, std::size_t N>
+class ControlArray {
+ public:
+  using Element = C;
+  C* operator()(Integer i) const {
+    if (i < 0 || i >= static_cast<Integer>(N)) throw OutOfBoundsException();
+    return elements_[static_cast<std::size_t>(i)];
+  }
+  auto begin() const { return elements_.begin(); }
+  auto end() const { return elements_.end(); }
+  // While the window is built.
+  void Place(Integer i, C* c) { elements_.at(static_cast<std::size_t>(i)) = c; }
+
+ private:
+  std::array<C*, N> elements_{};
+};

@@ -13,26 +13,29 @@
 
 class MenuBar;
 
-class Window {
- public:
-  explicit Window(std::string className);
-  virtual ~Window();
-  Window(const Window&) = delete;
-  Window& operator=(const Window&) = delete;
-
-  const std::string& ClassName() const { return className_; }
-
-  // Design values.
+// A window's own design values. A window class gives the ones that differ from these, by name:
+// `{.Title = "Stock window", .Width = 469, .Height = 430, .Frame = 8, .Placement = 1}`.
+struct WindowDesign {
   String Title = "Untitled";
   Integer Width = 300, Height = 300;
   Integer MinWidth = 64, MinHeight = 64, MaxWidth = 32000, MaxHeight = 32000;
   Integer Frame = 0;      // 0 document, 1 movable modal, 2 modal dialog, 8 sheet
   Integer Placement = 0;  // 0 default, 1 over the parent, 2 on the main screen
   bool Resizeable = true, CloseButton = true, MaximizeButton = true, MinimizeButton = true;
+  bool VisibleByDesign = true;
   bool HasBackColor = false;
   Color BackColor = 0xFFFFFF;
-  bool VisibleByDesign = true;
   ::MenuBar* Menus = nullptr;  // the menu bar
+};
+
+class Window : public WindowDesign {
+ public:
+  explicit Window(std::string className, WindowDesign design = {});
+  virtual ~Window();
+  Window(const Window&) = delete;
+  Window& operator=(const Window&) = delete;
+
+  const std::string& ClassName() const { return className_; }
 
   bool Visible() const { return visible_; }
   void Show();
@@ -77,8 +80,7 @@ class Window {
   void Build();
   bool IsBuilt() const { return built_; }
 
- protected:
-  virtual void CreateControls() = 0;
+  // Makes a control of the window, on top of those made before; while the window is built.
   template <class C>
   C* Add(const std::string& name, Integer index = -1) {
     auto c = std::make_unique<C>(this, name, index);
@@ -86,6 +88,10 @@ class Window {
     controls_.push_back(std::move(c));
     return raw;
   }
+
+ protected:
+  // Makes the controls, from the window's design table, and wires their handlers.
+  virtual void CreateControls() = 0;
 
  private:
   std::string className_;

@@ -3,6 +3,7 @@
 
 #include "rb/Controls.h"
 #include "rb/Core.h"
+#include "rb/Design.h"
 #include "rb/Files.h"
 #include "rb/Graphics.h"
 #include "rb/Menu.h"
