@@ -3,11 +3,12 @@
 #include <string>
 #include <vector>
 
-#include "secondary/design.h"
 
 namespace win {
 
 namespace {
+
+using namespace design;
 
 // The help text, group by group: the lines of a group follow each other, and an empty line stands
 // between groups.
@@ -69,37 +70,23 @@ std::string helptext() {
 
 const std::string kHelpText = helptext();
 
+// The text grows with the window, and Close keeps its distance to the bottom.
 // clang-format off
-const ControlDesign kDesign[] = {
-    // name         index left  top  width height font    size tab  design text
-    {"PushButton1",   -1, 223, 572,  69,  20, "Times", 14,  0, "Close"},
-    {"EditField1",    -1,  20,  14, 530, 540, "Times", 14,  1, kHelpText.c_str()},
+const Row kControls[] = {
+    // control                                    left  top  width  height  tab  design text        font     size  style  align      limit  back   flags
+    {Bind<&help::PushButton1>, "PushButton1", -1, 223,  572, 69,    20,     0,   "Close",           "Times", 14,   plain, unaligned, 0,     blank, Default | Cancel | LockBottom},
+    {Bind<&help::EditField1>,  "EditField1",  -1, 20,   14,  530,   540,    1,   kHelpText.c_str(), "Times", 14,   plain, unaligned, 0,     blank, ReadOnly | ScrollBar | Locked},
 };
 // clang-format on
 
 }  // namespace
 
-help::help() : Window(kClassName) {
-  Title = "Ledgerly help";
-  Width = 570;
-  Height = 610;
-  Frame = 1;
-  Placement = 0;
-}
+help::help()
+    : Window(kClassName,
+             {.Title = "Ledgerly help", .Width = 570, .Height = 610, .Frame = 1, .Placement = 0}) {}
 
 void help::CreateControls() {
-  PushButton1 = Add<PushButton>("PushButton1");
-  EditField1 = Add<TextArea>("EditField1");
-  ApplyDesign(*this, kDesign);
-
-  PushButton1->Default = true;
-  PushButton1->Cancel = true;
-  EditField1->setReadOnly(true);
-  EditField1->ScrollBarVertical = true;
-  // The text grows with the window, and Close keeps its distance to the bottom.
-  PushButton1->LockBottom = true;
-  EditField1->LockLeft = EditField1->LockTop = EditField1->LockRight = EditField1->LockBottom = true;
-
+  design::Build(*this, kControls);
   PushButton1->OnAction = [this] { PushButton1_Action(); };
 }
 

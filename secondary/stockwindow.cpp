@@ -1,44 +1,39 @@
 #include "secondary/stockwindow.h"
 
 #include "core/Module1.h"
-#include "secondary/design.h"
 
 namespace win {
 
 namespace {
 
+using namespace design;
+
+const char* const kHowTo =
+    "Click add item and then click on \">\" to enter description. Click in the price column to "
+    "enter the price. Press enter when done.";
+
 // clang-format off
-const ControlDesign kDesign[] = {
-    // name         index left  top  width height font      size tab  design text
-    {"stockbox",      -1,  20,  59, 427, 320, "Times",  14,  0, nullptr},
-    {"addtypebutt",   -1,  20, 391, 124,  20, "System", 14,  1, "Add item"},
-    {"deletebutt",    -1, 329, 391, 118,  20, "System", 14,  2, "Delete item"},
-    {"KeepButt",      -1, 208, 391,  50,  20, "System",  0,  3, "Done"},
-    {"StaticText1",   -1,  20,   8, 427,  39, "Times",  14,  4,
-     "Click add item and then click on \">\" to enter description. Click in the price column to "
-     "enter the price. Press enter when done."},
+const Row kControls[] = {
+    // control                                           left  top  width  height  tab  design text    font      size  style  align      limit  back   flags
+    {Bind<&stockwindow::stockbox>,    "stockbox",    -1, 20,   59,  427,   320,    0,   nullptr,       "Times",  14},
+    {Bind<&stockwindow::addtypebutt>, "addtypebutt", -1, 20,   391, 124,   20,     1,   "Add item",    "System", 14,   plain, unaligned, 0,     blank, Default | Disabled},
+    {Bind<&stockwindow::deletebutt>,  "deletebutt",  -1, 329,  391, 118,   20,     2,   "Delete item", "System", 14},
+    {Bind<&stockwindow::KeepButt>,    "KeepButt",    -1, 208,  391, 50,    20,     3,   "Done",        "System", 0,    plain, unaligned, 0,     blank, Cancel},
+    {Bind<&stockwindow::StaticText1>, "StaticText1", -1, 20,   8,   427,   39,     4,   kHowTo,        "Times",  14,   plain, centre,    0,     blank, Multiline},
 };
 // clang-format on
 
 }  // namespace
 
-stockwindow::stockwindow() : Window(kClassName) {
-  Title = "Stock window";
-  Width = 469;
-  Height = 430;
-  Frame = 8;
-  Placement = 1;
+stockwindow::stockwindow()
+    : Window(kClassName,
+             {.Title = "Stock window", .Width = 469, .Height = 430, .Frame = 8, .Placement = 1}) {
   OnActivate = [this] { Event_Activate(); };
 }
 
 void stockwindow::CreateControls() {
-  stockbox = Add<Listbox>("stockbox");
-  addtypebutt = Add<PushButton>("addtypebutt");
-  deletebutt = Add<PushButton>("deletebutt");
-  KeepButt = Add<PushButton>("KeepButt");
-  StaticText1 = Add<StaticText>("StaticText1");
-  ApplyDesign(*this, kDesign);
-
+  design::Build(*this, kControls);
+  // Description and price; the user drags rows into the order they are saved in.
   stockbox->ColumnCount = 2;
   stockbox->ColumnWidths = "350,60";
   stockbox->HasHeading = true;
@@ -46,12 +41,6 @@ void stockwindow::CreateControls() {
   stockbox->EnableDragReorder = true;
   stockbox->GridLinesHorizontal = 2;
   stockbox->GridLinesVertical = 0;
-  stockbox->ScrollBarVertical = true;
-  addtypebutt->Default = true;
-  addtypebutt->setEnabled(false);
-  KeepButt->Cancel = true;
-  StaticText1->TextAlign = 1;
-  StaticText1->Multiline = true;
 
   stockbox->OnGotFocus = [this] { stockbox_GotFocus(); };
   stockbox->OnLostFocus = [this] { stockbox_LostFocus(); };
