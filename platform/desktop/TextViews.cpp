@@ -39,34 +39,40 @@ bool IsTabKey(QEvent* e) {
   return key == Qt::Key_Tab || key == Qt::Key_Backtab;
 }
 
-// The widgets: their own editing is cut off at every door a person could use.
-class LineEdit : public QLineEdit {
+// A text widget whose own editing is cut off at every door a person could use: the keys, the
+// presses and what an input method commits go to the view, which hands them to the platform.
+template <class Widget>
+class PlatformEdit : public Widget {
  public:
-  LineEdit(TextView& view, QWidget* parent) : QLineEdit(parent), view_(view) {}
+  PlatformEdit(TextView& view, QWidget* parent) : Widget(parent), view_(view) {
+    this->setFocusPolicy(Qt::ClickFocus);
+    this->setContextMenuPolicy(Qt::NoContextMenu);
+    this->setAcceptDrops(false);
+  }
 
  protected:
   bool event(QEvent* e) override {
-    if (!IsTabKey(e)) return QLineEdit::event(e);
+    if (!IsTabKey(e)) return Widget::event(e);
     keyPressEvent(static_cast<QKeyEvent*>(e));
     return true;
   }
   void keyPressEvent(QKeyEvent* e) override {
     if (view_.Key(e)) return;
-    QLineEdit::keyPressEvent(e);
+    Widget::keyPressEvent(e);
     view_.SelectionFromWidget();
   }
   void mousePressEvent(QMouseEvent* e) override {
     if (e->button() == Qt::MiddleButton || view_.ContextualPress(e)) return;
-    QLineEdit::mousePressEvent(e);
+    Widget::mousePressEvent(e);
     view_.Pressed(e);
   }
   void mouseReleaseEvent(QMouseEvent* e) override {
-    QLineEdit::mouseReleaseEvent(e);
+    Widget::mouseReleaseEvent(e);
     view_.SelectionFromWidget();
   }
   void mouseDoubleClickEvent(QMouseEvent* e) override {
     if (e->button() != Qt::LeftButton) return;
-    QLineEdit::mouseDoubleClickEvent(e);
+    Widget::mouseDoubleClickEvent(e);
     view_.SelectionFromWidget();
   }
   void inputMethodEvent(QInputMethodEvent* e) override { view_.Commit(e->commitString()); }
@@ -76,42 +82,25 @@ class LineEdit : public QLineEdit {
   TextView& view_;
 };
 
-class PlainEdit : public QPlainTextEdit {
+// The multi-line one also takes nothing pasted or dropped.
+class PlainEdit : public PlatformEdit<QPlainTextEdit> {
  public:
-  PlainEdit(TextView& view, QWidget* parent) : QPlainTextEdit(parent), view_(view) {}
+  using PlatformEdit::PlatformEdit;
 
  protected:
-  bool event(QEvent* e) override {
-    if (!IsTabKey(e)) return QPlainTextEdit::event(e);
-    keyPressEvent(static_cast<QKeyEvent*>(e));
-    return true;
-  }
-  void keyPressEvent(QKeyEvent* e) override {
-    if (view_.Key(e)) return;
-    QPlainTextEdit::keyPressEvent(e);
-    view_.SelectionFromWidget();
-  }
-  void mousePressEvent(QMouseEvent* e) override {
-    if (e->button() == Qt::MiddleButton || view_.ContextualPress(e)) return;
-    QPlainTextEdit::mousePressEvent(e);
-    view_.Pressed(e);
-  }
-  void mouseReleaseEvent(QMouseEvent* e) override {
-    QPlainTextEdit::mouseReleaseEvent(e);
-    view_.SelectionFromWidget();
-  }
-  void mouseDoubleClickEvent(QMouseEvent* e) override {
-    if (e->button() != Qt::LeftButton) return;
-    QPlainTextEdit::mouseDoubleClickEvent(e);
-    view_.SelectionFromWidget();
-  }
-  void inputMethodEvent(QInputMethodEvent* e) override { view_.Commit(e->commitString()); }
-  void contextMenuEvent(QContextMenuEvent*) override {}
   bool canInsertFromMimeData(const QMimeData*) const override { return false; }
-
- private:
-  TextView& view_;
 };
+
+template <class Widget>
+Widget* MakeEdit(TextView& view, QWidget* form);
+template <>
+QLineEdit* MakeEdit<QLineEdit>(TextView& view, QWidget* form) {
+  return new PlatformEdit<QLineEdit>(view, form);
+}
+template <>
+QPlainTextEdit* MakeEdit<QPlainTextEdit>(TextView& view, QWidget* form) {
+  return new PlainEdit(view, form);
+}
 
 }  // namespace
 
@@ -249,30 +238,50 @@ void TextView::Commit(const QString& committed) {
   }
 }
 
-// ---- FieldView ---------------------------------------------------------------------------
+void TextView::SyncColours(QWidget* edit) {
+  QPalette pal = edit->palette();
+  pal.setColor(QPalette::Base, ToQColor(text_.BackColor()));
+  pal.setColor(QPalette::Text, ToQColor(text_.TextColor()));
+  edit->setPalette(pal);
+}
 
-FieldView::FieldView(TextField& c, QWidget* form, DesktopScreen& screen)
-    : TextView(c, screen), edit_(new LineEdit(*this, form)) {
-  edit_->setFocusPolicy(Qt::ClickFocus);
-  edit_->setContextMenuPolicy(Qt::NoContextMenu);
-  edit_->setAcceptDrops(false);
-  edit_->setDragEnabled(false);
-  edit_->setTextMargins(1, 0, 1, 0);
-  QObject::connect(edit_, &QLineEdit::textChanged, edit_, [this] { TextFromWidget(); });
+// ---- EditView ----------------------------------------------------------------------------
+
+template <class Widget>
+EditView<Widget>::EditView(TextControl& c, QWidget* form, DesktopScreen& screen)
+    : TextView(c, screen), edit_(MakeEdit<Widget>(*this, form)) {
+  Prepare();
+  QObject::connect(edit_, &Widget::textChanged, edit_, [this] { TextFromWidget(); });
   SyncAll();
   SyncLook();
   SyncText();
 }
 
-QString FieldView::WidgetText() const { return edit_->text(); }
+// ---- FieldView ---------------------------------------------------------------------------
 
-void FieldView::SetWidgetText(const QString& t) { edit_->setText(t); }
+template <>
+void FieldView::Prepare() {
+  edit_->setDragEnabled(false);
+  edit_->setTextMargins(1, 0, 1, 0);
+}
 
+template <>
+QString FieldView::WidgetText() const {
+  return edit_->text();
+}
+
+template <>
+void FieldView::SetWidgetText(const QString& t) {
+  edit_->setText(t);
+}
+
+template <>
 std::pair<int, int> FieldView::WidgetSelection() const {
   if (edit_->hasSelectedText()) return {edit_->selectionStart(), edit_->selectionLength()};
   return {edit_->cursorPosition(), 0};
 }
 
+template <>
 void FieldView::SetWidgetSelection(int start, int length) {
   if (length > 0) {
     edit_->setSelection(start, length);
@@ -282,46 +291,46 @@ void FieldView::SetWidgetSelection(int start, int length) {
   }
 }
 
+template <>
 void FieldView::SyncLook() {
   const TextControl& c = text();
   edit_->setFrame(c.Border);
   edit_->setReadOnly(c.ReadOnly());
   edit_->setAlignment(FieldAlignment(c.Alignment) | Qt::AlignVCenter);
-  QPalette pal = edit_->palette();
-  pal.setColor(QPalette::Base, ToQColor(c.BackColor()));
-  pal.setColor(QPalette::Text, ToQColor(c.TextColor()));
-  edit_->setPalette(pal);
+  SyncColours(edit_);
 }
 
 // ---- AreaView ----------------------------------------------------------------------------
 
-AreaView::AreaView(TextArea& c, QWidget* form, DesktopScreen& screen)
-    : TextView(c, screen), edit_(new PlainEdit(*this, form)) {
-  edit_->setFocusPolicy(Qt::ClickFocus);
-  edit_->setContextMenuPolicy(Qt::NoContextMenu);
-  edit_->setAcceptDrops(false);
+// Qt's multi-line editor signals a change even for a text set to itself: only a real difference
+// reaches the platform (TextFromWidget).
+template <>
+void AreaView::Prepare() {
   edit_->setTabChangesFocus(true);
   edit_->setLineWrapMode(QPlainTextEdit::WidgetWidth);
   edit_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  edit_->setVerticalScrollBarPolicy(c.ScrollBarVertical ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
+  const bool scrolls = static_cast<const TextArea&>(text()).ScrollBarVertical;
+  edit_->setVerticalScrollBarPolicy(scrolls ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
   edit_->document()->setDocumentMargin(2);
-  // Qt's multi-line editor signals a change even for a text set to itself: only a real
-  // difference reaches the platform.
-  QObject::connect(edit_, &QPlainTextEdit::textChanged, edit_, [this] { TextFromWidget(); });
-  SyncAll();
-  SyncLook();
-  SyncText();
 }
 
-QString AreaView::WidgetText() const { return edit_->toPlainText(); }
+template <>
+QString AreaView::WidgetText() const {
+  return edit_->toPlainText();
+}
 
-void AreaView::SetWidgetText(const QString& t) { edit_->setPlainText(t); }
+template <>
+void AreaView::SetWidgetText(const QString& t) {
+  edit_->setPlainText(t);
+}
 
+template <>
 std::pair<int, int> AreaView::WidgetSelection() const {
   const QTextCursor cur = edit_->textCursor();
   return {cur.selectionStart(), cur.selectionEnd() - cur.selectionStart()};
 }
 
+template <>
 void AreaView::SetWidgetSelection(int start, int length) {
   QTextCursor cur(edit_->document());
   cur.setPosition(start);
@@ -336,6 +345,7 @@ void AreaView::SetWidgetSelection(int start, int length) {
   }
 }
 
+template <>
 void AreaView::SyncLook() {
   const TextControl& c = text();
   edit_->setFrameShape(c.Border ? QFrame::StyledPanel : QFrame::NoFrame);
@@ -347,10 +357,10 @@ void AreaView::SyncLook() {
   option.setAlignment(FieldAlignment(c.Alignment));
   option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
   edit_->document()->setDefaultTextOption(option);
-  QPalette pal = edit_->palette();
-  pal.setColor(QPalette::Base, ToQColor(c.BackColor()));
-  pal.setColor(QPalette::Text, ToQColor(c.TextColor()));
-  edit_->setPalette(pal);
+  SyncColours(edit_);
 }
+
+template class EditView<QLineEdit>;
+template class EditView<QPlainTextEdit>;
 
 }  // namespace desk

@@ -40,6 +40,8 @@ class TextView : public ControlView {
   virtual void SyncLook() = 0;
   void SyncText();
   void SyncSelection();
+  // The widget's background and text colours, the control's.
+  void SyncColours(QWidget* edit);
   bool syncing_ = false;
   // A key of the person's is being served: the caret it moves is brought into view.
   bool keyActive_ = false;
@@ -49,9 +51,11 @@ class TextView : public ControlView {
   TextControl& text_;
 };
 
-class FieldView : public TextView {
+// A text control on its Qt widget: a QLineEdit for a TextField, a QPlainTextEdit for a TextArea.
+template <class Widget>
+class EditView : public TextView {
  public:
-  FieldView(TextField& c, QWidget* form, DesktopScreen& screen);
+  EditView(TextControl& c, QWidget* form, DesktopScreen& screen);
   QWidget* widget() const override { return edit_; }
 
  protected:
@@ -62,23 +66,12 @@ class FieldView : public TextView {
   void SyncLook() override;
 
  private:
-  QLineEdit* edit_;
+  // What the one widget needs beyond what both do.
+  void Prepare();
+  Widget* edit_;
 };
 
-class AreaView : public TextView {
- public:
-  AreaView(TextArea& c, QWidget* form, DesktopScreen& screen);
-  QWidget* widget() const override { return edit_; }
-
- protected:
-  QString WidgetText() const override;
-  void SetWidgetText(const QString& t) override;
-  std::pair<int, int> WidgetSelection() const override;
-  void SetWidgetSelection(int start, int length) override;
-  void SyncLook() override;
-
- private:
-  QPlainTextEdit* edit_;
-};
+using FieldView = EditView<QLineEdit>;
+using AreaView = EditView<QPlainTextEdit>;
 
 }  // namespace desk

@@ -29,12 +29,6 @@ void TeeSurface::Finish() {
 
 // ---- Graphics
 
-namespace {
-void Put(PageSurface* surface, const DrawOp& op, const Picture* picture) {
-  if (surface != nullptr) surface->Draw(op, picture);
-}
-}  // namespace
-
 Graphics::Graphics(std::unique_ptr<PageSurface> surface) : surface_(std::move(surface)) {}
 
 // Letting go of the last reference ends the job: the page goes out here.
@@ -57,17 +51,16 @@ FontState Graphics::State() const {
   return s;
 }
 
-// An empty text is drawn too: it shows nothing, but the page still has the call.
-void Graphics::DrawString(const String& text, Integer x, Integer y, Integer wrap, bool /*condense*/) {
-  DrawOp op;
-  op.kind = DrawOp::Text;
+// Every call is drawn in the state and colour of the moment.
+void Graphics::Draw(DrawOp op, const Picture* picture) {
   op.state = State();
   op.color = ForeColor;
-  op.text = text.Utf8();
-  op.x = x;
-  op.y = y;
-  op.wrap = wrap;
-  Put(surface_.get(), op, nullptr);
+  if (surface_) surface_->Draw(op, picture);
+}
+
+// An empty text is drawn too: it shows nothing, but the page still has the call.
+void Graphics::DrawString(const String& text, Integer x, Integer y, Integer wrap, bool /*condense*/) {
+  Draw({.kind = DrawOp::Text, .text = text.Utf8(), .x = x, .y = y, .wrap = wrap});
 }
 
 Double Graphics::StringWidth(const String& text) { return MeasureWidth(State(), text); }
@@ -79,15 +72,7 @@ Integer Graphics::StringHeight(const String& text, Integer wrap) {
 }
 
 void Graphics::DrawLine(Integer x1, Integer y1, Integer x2, Integer y2) {
-  DrawOp op;
-  op.kind = DrawOp::Line;
-  op.state = State();
-  op.color = ForeColor;
-  op.x = x1;
-  op.y = y1;
-  op.x2 = x2;
-  op.y2 = y2;
-  Put(surface_.get(), op, nullptr);
+  Draw({.kind = DrawOp::Line, .x = x1, .y = y1, .x2 = x2, .y2 = y2});
 }
 
 // The whole picture goes into w by h; the program only ever asks for it whole and unscaled, so the
@@ -96,27 +81,16 @@ void Graphics::DrawPicture(const Ref<Picture>& picture, Integer x, Integer y, In
                            Integer /*sx*/, Integer /*sy*/, Integer /*sw*/, Integer /*sh*/) {
   if (picture == nil) return;
   constexpr Integer kOwnSize = -10000;
-  DrawOp op;
-  op.kind = DrawOp::PictureOp;
-  op.state = State();
-  op.color = ForeColor;
-  op.x = x;
-  op.y = y;
-  op.width = w == kOwnSize ? picture->Width() : w;
-  op.height = h == kOwnSize ? picture->Height() : h;
-  Put(surface_.get(), op, picture.get());
+  Draw({.kind = DrawOp::PictureOp,
+        .x = x,
+        .y = y,
+        .width = w == kOwnSize ? picture->Width() : w,
+        .height = h == kOwnSize ? picture->Height() : h},
+       picture.get());
 }
 
 void Graphics::DrawStopIcon(Integer x, Integer y) {
-  DrawOp op;
-  op.kind = DrawOp::StopIcon;
-  op.state = State();
-  op.color = ForeColor;
-  op.x = x;
-  op.y = y;
-  op.width = kStopIconSize;
-  op.height = kStopIconSize;
-  Put(surface_.get(), op, nullptr);
+  Draw({.kind = DrawOp::StopIcon, .x = x, .y = y, .width = kStopIconSize, .height = kStopIconSize});
 }
 
 // ---- Page setup

@@ -86,17 +86,22 @@ void FileImage::Close() {
 
 namespace {
 
-template <class U>
-void PutBigEndian(unsigned char* out, U bits) {
-  for (std::size_t i = 0; i < sizeof(U); ++i)
-    out[i] = static_cast<unsigned char>(bits >> (8 * (sizeof(U) - 1 - i)));
+// A field of the file, big-endian: what it holds, 0 when the file ends before the field does.
+template <class Bits>
+Bits ReadField(rbi::FileImage& file) {
+  unsigned char b[sizeof(Bits)];
+  if (file.Read(b, sizeof b) != sizeof b) return 0;
+  Bits bits = 0;
+  for (unsigned char byte : b) bits = static_cast<Bits>((bits << 8) | byte);
+  return bits;
 }
 
-template <class U>
-U GetBigEndian(const unsigned char* in) {
-  U bits = 0;
-  for (std::size_t i = 0; i < sizeof(U); ++i) bits = static_cast<U>((bits << 8) | in[i]);
-  return bits;
+template <class Bits>
+void WriteField(rbi::FileImage& file, Bits bits) {
+  unsigned char b[sizeof(Bits)];
+  for (std::size_t i = 0; i < sizeof(Bits); ++i)
+    b[i] = static_cast<unsigned char>(bits >> (8 * (sizeof(Bits) - 1 - i)));
+  file.Write(b, sizeof b);
 }
 
 // A Double narrowed to a Single, rounding to nearest; beyond the Single's range, infinity.
@@ -111,18 +116,17 @@ float Narrow(double v) {
 
 }  // namespace
 
-BinaryStream::BinaryStream(std::unique_ptr<rbi::FileImage> file) : file_(std::move(file)) {}
+FileStream::FileStream(std::unique_ptr<rbi::FileImage> file) : file_(std::move(file)) {}
 
-BinaryStream::~BinaryStream() = default;
+FileStream::~FileStream() = default;
 
-bool BinaryStream::ReadBytes(void* out, std::size_t n) { return file_->Read(out, n) == n; }
+void FileStream::Close() { file_->Close(); }
 
 // A length byte with fewer bytes after it than it says gives the bytes that are there.
 String BinaryStream::ReadPString() {
-  unsigned char length = 0;
-  if (!ReadBytes(&length, 1)) return String::FromBytes("", TextEncoding::None);
+  const auto length = ReadField<std::uint8_t>(file());
   std::string bytes(length, '\0');
-  bytes.resize(file_->Read(bytes.data(), length));
+  bytes.resize(file().Read(bytes.data(), length));
   return String::FromBytes(std::move(bytes), TextEncoding::None);
 }
 
@@ -130,44 +134,20 @@ void BinaryStream::WritePString(const String& s) {
   const std::size_t n = std::min<std::size_t>(s.Bytes().size(), 255);
   std::string field(1, static_cast<char>(n));
   field.append(s.Bytes(), 0, n);
-  file_->Write(field.data(), field.size());
+  file().Write(field.data(), field.size());
 }
 
-Double BinaryStream::ReadSingle() {
-  unsigned char b[4];
-  if (!ReadBytes(b, sizeof b)) return 0;
-  return std::bit_cast<float>(GetBigEndian<std::uint32_t>(b));
-}
+Double BinaryStream::ReadSingle() { return std::bit_cast<float>(ReadField<std::uint32_t>(file())); }
 
-void BinaryStream::WriteSingle(Double v) {
-  unsigned char b[4];
-  PutBigEndian(b, std::bit_cast<std::uint32_t>(Narrow(v)));
-  file_->Write(b, sizeof b);
-}
+void BinaryStream::WriteSingle(Double v) { WriteField(file(), std::bit_cast<std::uint32_t>(Narrow(v))); }
 
-Double BinaryStream::ReadDouble() {
-  unsigned char b[8];
-  if (!ReadBytes(b, sizeof b)) return 0;
-  return std::bit_cast<double>(GetBigEndian<std::uint64_t>(b));
-}
+Double BinaryStream::ReadDouble() { return std::bit_cast<double>(ReadField<std::uint64_t>(file())); }
 
-void BinaryStream::WriteDouble(Double v) {
-  unsigned char b[8];
-  PutBigEndian(b, std::bit_cast<std::uint64_t>(v));
-  file_->Write(b, sizeof b);
-}
+void BinaryStream::WriteDouble(Double v) { WriteField(file(), std::bit_cast<std::uint64_t>(v)); }
 
-bool BinaryStream::ReadBoolean() {
-  unsigned char b = 0;
-  return ReadBytes(&b, 1) && (b & 1) != 0;
-}
+bool BinaryStream::ReadBoolean() { return (ReadField<std::uint8_t>(file()) & 1) != 0; }
 
-void BinaryStream::WriteBoolean(bool v) {
-  const unsigned char b = v ? 1 : 0;
-  file_->Write(&b, 1);
-}
-
-void BinaryStream::Close() { file_->Close(); }
+void BinaryStream::WriteBoolean(bool v) { WriteField<std::uint8_t>(file(), v ? 1 : 0); }
 
 // ---- Text streams --------------------------------------------------------------------------
 
@@ -186,14 +166,8 @@ String TextInputStream::ReadLine() {
   return line;
 }
 
-TextOutputStream::TextOutputStream(std::unique_ptr<rbi::FileImage> file) : file_(std::move(file)) {}
-
-TextOutputStream::~TextOutputStream() = default;
-
 void TextOutputStream::WriteLine(const String& text) {
   std::string line = text.Bytes();
   line += '\n';
-  file_->Write(line.data(), line.size());
+  file().Write(line.data(), line.size());
 }
-
-void TextOutputStream::Close() { file_->Close(); }

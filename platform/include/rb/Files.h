@@ -83,19 +83,29 @@ std::string ProgramFolderPath();
 enum class FolderHold { Held, HeldByAnother, Unavailable };
 FolderHold HoldProgramFolder();
 
-// Big-endian fields: PString, Single, Double, Boolean. Reads past the end give "", 0 and False.
-//
-// A stream for writing works on the file's image in memory. Close puts the image in place whole
-// (through a temporary file, synced and renamed over the old one) and raises IOException when
-// that fails, the old file left as it was. A stream opened for writing that wrote nothing leaves
-// the file untouched. A stream dropped without Close still puts what it wrote in place.
-class BinaryStream {
+// A stream on the image of a file in memory. One for writing puts the image in place whole at
+// Close (through a temporary file, synced and renamed over the old one) and raises IOException
+// when that fails, the old file left as it was. One opened for writing that wrote nothing leaves
+// the file untouched. One dropped without Close still puts what it wrote in place.
+class FileStream {
  public:
-  explicit BinaryStream(std::unique_ptr<rbi::FileImage> file);
-  ~BinaryStream();
-  BinaryStream(const BinaryStream&) = delete;
-  BinaryStream& operator=(const BinaryStream&) = delete;
+  explicit FileStream(std::unique_ptr<rbi::FileImage> file);
+  ~FileStream();
+  FileStream(const FileStream&) = delete;
+  FileStream& operator=(const FileStream&) = delete;
+  void Close();
 
+ protected:
+  rbi::FileImage& file() const { return *file_; }
+
+ private:
+  std::unique_ptr<rbi::FileImage> file_;
+};
+
+// Big-endian fields: PString, Single, Double, Boolean. Reads past the end give "", 0 and False.
+class BinaryStream : public FileStream {
+ public:
+  using FileStream::FileStream;
   String ReadPString();
   void WritePString(const String& s);  // the first 255 bytes
   Double ReadSingle();
@@ -104,11 +114,6 @@ class BinaryStream {
   void WriteDouble(Double v);
   bool ReadBoolean();
   void WriteBoolean(bool v);
-  void Close();
-
- private:
-  bool ReadBytes(void* out, std::size_t n);
-  std::unique_ptr<rbi::FileImage> file_;
 };
 
 class TextInputStream {
@@ -124,16 +129,8 @@ class TextInputStream {
   std::size_t pos_ = 0;
 };
 
-// Written as BinaryStream is: the file is put in place whole at Close.
-class TextOutputStream {
+class TextOutputStream : public FileStream {
  public:
-  explicit TextOutputStream(std::unique_ptr<rbi::FileImage> file);
-  ~TextOutputStream();
-  TextOutputStream(const TextOutputStream&) = delete;
-  TextOutputStream& operator=(const TextOutputStream&) = delete;
+  using FileStream::FileStream;
   void WriteLine(const String& text);  // the bytes, then LF
-  void Close();
-
- private:
-  std::unique_ptr<rbi::FileImage> file_;
 };

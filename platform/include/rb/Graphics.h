@@ -121,6 +121,7 @@ class Graphics {
   PageSurface* Surface() { return surface_.get(); }
 
  private:
+  void Draw(DrawOp op, const Picture* picture = nullptr);
   std::unique_ptr<PageSurface> surface_;
 };
 
