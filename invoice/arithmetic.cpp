@@ -49,43 +49,27 @@ void iwindow::total_TextChange(Integer) {
 
 void iwindow::grandtotal_TextChange() { Calculate(); }
 
-void iwindow::discountfield_TextChange() { Calculate(); }
+// The discount and the postage behave alike: leaving the field writes its text back as an
+// amount, any key marks the form, and a contextual click sets it to nothing.
+void iwindow::reformat(TextField* field) { field->setText(Format(Val(field->Text()), kAmount)); }
 
-void iwindow::discountfield_LostFocus() {
-  discountfield->setText(Format(Val(discountfield->Text()), kAmount));
-}
-
-bool iwindow::discountfield_KeyDown(const String&) {
-  Module1::texthaschanged = true;
-  return false;
-}
-
-bool iwindow::discountfield_MouseDown(Integer, Integer) {
+bool iwindow::zero(TextField* field) {
   if (IsContextualClick()) {
-    discountfield->setText("00.00");
+    field->setText("00.00");
     Module1::texthaschanged = true;
   }
   return false;
 }
+
+void iwindow::discountfield_TextChange() { Calculate(); }
+void iwindow::discountfield_LostFocus() { reformat(discountfield); }
+bool iwindow::discountfield_KeyDown(const String&) { return mark(); }
+bool iwindow::discountfield_MouseDown(Integer, Integer) { return zero(discountfield); }
 
 void iwindow::PostageField_TextChange() { Calculate(); }
-
-void iwindow::PostageField_LostFocus() {
-  PostageField->setText(Format(Val(PostageField->Text()), kAmount));
-}
-
-bool iwindow::PostageField_KeyDown(const String&) {
-  Module1::texthaschanged = true;
-  return false;
-}
-
-bool iwindow::PostageField_MouseDown(Integer, Integer) {
-  if (IsContextualClick()) {
-    PostageField->setText("00.00");
-    Module1::texthaschanged = true;
-  }
-  return false;
-}
+void iwindow::PostageField_LostFocus() { reformat(PostageField); }
+bool iwindow::PostageField_KeyDown(const String&) { return mark(); }
+bool iwindow::PostageField_MouseDown(Integer, Integer) { return zero(PostageField); }
 
 // Tax on grandtotal at the rate the preferences hold now, then the amount due. Postage is added
 // after tax and untaxed; the discount comes off last and does not reduce the tax.

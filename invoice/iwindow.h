@@ -129,6 +129,8 @@ class iwindow : public Window {
   bool PostageField_KeyDown(const String& key);
   bool PostageField_MouseDown(Integer x, Integer y);
   void rowtotal(Integer index);
+  void reformat(TextField* field);
+  bool zero(TextField* field);
 
   // Life cycle (lifecycle.cpp).
   bool customers_CellClick(Integer row, Integer column, Integer x, Integer y);

@@ -7,12 +7,25 @@
 
 namespace win {
 
-LabelSheet::LabelSheet(std::string className, WindowDesign design, bool addressBold)
-    : Window(std::move(className), std::move(design)), addressBold_(addressBold) {
+LabelSheet::LabelSheet(std::string className, WindowDesign design,
+                       std::span<const design::Row> controls, LineEnds paperLine, bool addressBold)
+    : Window(std::move(className), std::move(design)),
+      controls_(controls),
+      paperLine_(paperLine),
+      addressBold_(addressBold) {
   OnOpen = [this] { Event_Open(); };
 }
 
-void LabelSheet::WireHandlers() {
+void LabelSheet::CreateControls() {
+  design::Build(*this, controls_);
+  // The arrow points down, the paper's way.
+  Line1->X1 = paperLine_.x1;
+  Line1->Y1 = paperLine_.y1;
+  Line1->X2 = paperLine_.x2;
+  Line1->Y2 = paperLine_.y2;
+  Line1->BorderWidth = 3;
+  PopupArrow1->Facing = 3;
+
   for (RoundRectangle* l : label) {
     const Integer i = l->Index();
     l->OnMouseEnter = [this, i] { label_MouseEnter(i); };

@@ -3,6 +3,8 @@
 // own layout and its own way of choosing.
 #pragma once
 
+#include <span>
+
 #include "rb/rb.h"
 
 namespace win {
@@ -29,11 +31,16 @@ class LabelSheet : public Window {
   void Event_Open();
 
  protected:
-  // addressBold: whether the address prints bold, like the name above it.
-  LabelSheet(std::string className, WindowDesign design, bool addressBold);
+  // The ends of the line that, with the arrow under it, shows the paper's direction.
+  struct LineEnds {
+    Integer x1, y1, x2, y2;
+  };
+  // The window's own design and its controls' table; addressBold: whether the address prints bold,
+  // like the name above it.
+  LabelSheet(std::string className, WindowDesign design, std::span<const design::Row> controls,
+             LineEnds paperLine, bool addressBold);
 
-  // The handlers of the labels and the buttons.
-  void WireHandlers();
+  void CreateControls() final;
   virtual bool label_MouseDown(Integer index, Integer x, Integer y) = 0;
   // The clicked label red and the others white; the print can go.
   void choose(Integer index);
@@ -48,6 +55,8 @@ class LabelSheet : public Window {
   void pagbut_Action();
   void closebut_Action();
 
+  std::span<const design::Row> controls_;
+  LineEnds paperLine_;
   bool addressBold_;
 };
 

@@ -58,19 +58,7 @@ Labels::Labels()
                   .Placement = 0,
                   .Resizeable = true,
                   .CloseButton = true},
-                 /*addressBold=*/true) {}
-
-void Labels::CreateControls() {
-  design::Build(*this, kControls);
-  // An arrow that shows the paper's direction, pointing down.
-  Line1->X1 = 239;
-  Line1->Y1 = 169;
-  Line1->X2 = 239;
-  Line1->Y2 = 260;
-  Line1->BorderWidth = 3;
-  PopupArrow1->Facing = 3;
-  WireHandlers();
-}
+                 kControls, {239, 169, 239, 260}, /*addressBold=*/true) {}
 
 bool Labels::label_MouseDown(Integer index, Integer, Integer) {
   labeltop->setText(kOffsets[index].labeltop);

@@ -11,9 +11,6 @@ class Labels : public LabelSheet {
   static constexpr const char* kClassName = "Labels";
   Labels();
 
- protected:
-  void CreateControls() override;
-
  private:
   bool label_MouseDown(Integer index, Integer x, Integer y) override;
 };

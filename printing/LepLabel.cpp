@@ -72,20 +72,7 @@ LepLabel::LepLabel()
                   .CloseButton = true,
                   .MaximizeButton = false,
                   .MinimizeButton = false},
-                 /*addressBold=*/false) {}
-
-void LepLabel::CreateControls() {
-  design::Build(*this, kControls);
-  // An arrow that shows the paper's direction, pointing down.
-  Line1->X1 = 107;
-  Line1->Y1 = 123;
-  Line1->X2 = 107;
-  Line1->Y2 = 214;
-  Line1->BorderWidth = 3;
-  PopupArrow1->Facing = 3;
-  // lt and ll have no handlers: an edit shows in labeltop and labelleft at the next click only.
-  WireHandlers();
-}
+                 kControls, {107, 123, 107, 214}, /*addressBold=*/false) {}
 
 // The clicked label's own offset fields turn red with it, and their texts are what prints.
 bool LepLabel::label_MouseDown(Integer index, Integer, Integer) {

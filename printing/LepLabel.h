@@ -26,9 +26,6 @@ class LepLabel : public LabelSheet {
   StaticText* labelright2111 = nullptr;
   StaticText* labelright11111 = nullptr;
 
- protected:
-  void CreateControls() override;
-
  private:
   bool label_MouseDown(Integer index, Integer x, Integer y) override;
 };

@@ -6,45 +6,12 @@
 #include <sstream>
 #include <vector>
 
+#include "scenario/ScriptLexer.h"
 #include "secondary/StaticTextButton.h"
 
 namespace scn {
 
 namespace {
-
-// Bytes that do not print are escaped as a scenario writes them; other characters stand as they
-// are, so that "£" reads as "£".
-std::string Q(const std::string& text) {
-  std::string out = "\"";
-  for (unsigned char c : text) {
-    switch (c) {
-      case '"':
-        out += "\\\"";
-        break;
-      case '\\':
-        out += "\\\\";
-        break;
-      case '\r':
-        out += "\\r";
-        break;
-      case '\n':
-        out += "\\n";
-        break;
-      case '\t':
-        out += "\\t";
-        break;
-      default:
-        if (c < 0x20 || c == 0x7F) {
-          char hex[8];
-          std::snprintf(hex, sizeof hex, "\\x%02X", c);
-          out += hex;
-        } else {
-          out += static_cast<char>(c);
-        }
-    }
-  }
-  return out + "\"";
-}
 
 std::string Hex(Color c) {
   char hex[8];
@@ -60,7 +27,7 @@ std::string Num(double v) {
 }
 
 std::string Font(const std::string& name, double size, bool bold, bool italic, bool underline) {
-  std::string s = "font " + Q(name) + " " + Num(size);
+  std::string s = "font " + Quote(name) + " " + Num(size);
   if (bold) s += " bold";
   if (italic) s += " italic";
   if (underline) s += " underline";
@@ -84,7 +51,7 @@ const char* LabelAlign(Integer a) { return a == 1 ? "centre" : a == 2 ? "right" 
 
 std::string Rows(const std::vector<String>& rows) {
   std::string s;
-  for (const String& r : rows) s += " " + Q(r.Utf8());
+  for (const String& r : rows) s += " " + Quote(r.Utf8());
   return s;
 }
 
@@ -92,7 +59,7 @@ std::string DrawCall(const DrawOp& op) {
   const std::string at = std::to_string(op.x) + "," + std::to_string(op.y);
   switch (op.kind) {
     case DrawOp::Text: {
-      std::string s = "text " + Q(op.text) + " at " + at;
+      std::string s = "text " + Quote(op.text) + " at " + at;
       if (op.wrap != 0) {
         s += " wrap " + std::to_string(op.wrap);
       } else {
@@ -122,15 +89,15 @@ std::string ClassPart(Control& c) {
     if (!t->Border) s += "; no border";
     if (t->Multiline) s += "; multi-line";
     if (auto* area = dynamic_cast<TextArea*>(&c); area && area->ScrollBarVertical) s += "; scroll bar";
-    return s + "; text " + Q(t->Text().Utf8());
+    return s + "; text " + Quote(t->Text().Utf8());
   }
   if (auto* t = dynamic_cast<StaticText*>(&c)) {
     if (t->TextAlign != 0) s += "; align " + std::string(LabelAlign(t->TextAlign));
     if (t->Multiline) s += "; multi-line";
-    return s + "; text " + Q(t->Text().Utf8());
+    return s + "; text " + Quote(t->Text().Utf8());
   }
   if (auto* l = dynamic_cast<Listbox*>(&c)) {
-    s += "; columns " + std::to_string(l->ColumnCount) + " widths " + Q(l->ColumnWidths);
+    s += "; columns " + std::to_string(l->ColumnCount) + " widths " + Quote(l->ColumnWidths);
     if (l->HasHeading) s += "; heading" + Rows(l->Headings);
     if (l->EnableDragReorder) s += "; drag reorder";
     s += "; grid " + std::to_string(l->GridLinesHorizontal) + "," + std::to_string(l->GridLinesVertical);
@@ -146,12 +113,12 @@ std::string ClassPart(Control& c) {
   if (auto* b = dynamic_cast<PushButton*>(&c)) {
     if (b->Default) s += "; default";
     if (b->Cancel) s += "; cancel";
-    return s + "; caption " + Q(b->Caption.Utf8());
+    return s + "; caption " + Quote(b->Caption.Utf8());
   }
   if (auto* b = dynamic_cast<CheckBox*>(&c)) {
-    return std::string("; ") + (b->Value() ? "checked" : "unchecked") + "; caption " + Q(b->Caption.Utf8());
+    return std::string("; ") + (b->Value() ? "checked" : "unchecked") + "; caption " + Quote(b->Caption.Utf8());
   }
-  if (auto* g = dynamic_cast<GroupBox*>(&c)) return "; caption " + Q(g->Caption.Utf8());
+  if (auto* g = dynamic_cast<GroupBox*>(&c)) return "; caption " + Quote(g->Caption.Utf8());
   if (auto* r = dynamic_cast<RoundRectangle*>(&c)) {
     return "; fill " + Hex(r->FillColor()) + "; border " + std::to_string(r->BorderWidth()) + " " +
            Hex(r->BorderColor) + "; oval " + std::to_string(r->OvalWidth) + "x" + std::to_string(r->OvalHeight);
@@ -201,7 +168,7 @@ std::string MoreLines(Control& c) {
                   {bool(c.OnMouseEnter), "MouseEnter"}, {bool(c.OnMouseExit), "MouseExit"}};
   if (auto* t = dynamic_cast<TextControl*>(&c)) {
     if (t->HasBackColor) s += "\n    has back color";
-    if (t->DesignText.Bytes() != t->Text().Bytes()) s += "\n    design text " + Q(t->DesignText.Utf8());
+    if (t->DesignText.Bytes() != t->Text().Bytes()) s += "\n    design text " + Quote(t->DesignText.Utf8());
     events.push_back({bool(t->OnTextChange), "TextChange"});
   }
   if (auto* l = dynamic_cast<Listbox*>(&c)) {
@@ -224,7 +191,7 @@ std::string MoreLines(Control& c) {
 }
 
 void MenuLines(std::ostringstream& out, const Window& w, const MenuItem& item, int depth) {
-  out << std::string(2 * depth, ' ') << item.Name << " " << Q(item.Text.Utf8());
+  out << std::string(2 * depth, ' ') << item.Name << " " << Quote(item.Text.Utf8());
   if (!item.KeyboardShortcut.empty()) out << " " << item.KeyboardShortcut;
   if (item.ItemKind == MenuItem::Kind::AppleMenu) out << "; application menu";
   if (item.ItemKind == MenuItem::Kind::Quit) out << "; quit";
@@ -239,7 +206,7 @@ void MenuLines(std::ostringstream& out, const Window& w, const MenuItem& item, i
 std::string WindowSnapshot(Window& w) {
   std::ostringstream out;
   out << "window " << w.ClassName() << "\n";
-  out << "  title " << Q(w.Title.Utf8()) << "\n";
+  out << "  title " << Quote(w.Title.Utf8()) << "\n";
   out << "  size " << w.Width << "x" << w.Height << "; min " << w.MinWidth << "x" << w.MinHeight << "; max "
       << w.MaxWidth << "x" << w.MaxHeight << "\n";
   out << "  frame " << w.Frame << "; placement " << w.Placement << "\n";
@@ -279,7 +246,7 @@ std::string PageSnapshot(const PrintJob& job) {
   std::set<std::string> fonts;
   for (const DrawOp& op : job.ops)
     if (op.kind == DrawOp::Text) fonts.insert(op.state.font);
-  for (const std::string& f : fonts) out << "measured: " << Q(f) << " with " << Q(ResolveFamily(f)) << "\n";
+  for (const std::string& f : fonts) out << "measured: " << Quote(f) << " with " << Quote(ResolveFamily(f)) << "\n";
   for (const DrawOp& op : job.ops) out << DrawCall(op) << "\n";
   return out.str();
 }

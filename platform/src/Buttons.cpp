@@ -17,10 +17,7 @@ void PushButton::Push() {
 }
 
 void CheckBox::setValue(bool v) {
-  if (value_ == v) return;
-  value_ = v;
-  Changed(Prop::Value);
-  RunHandler(OnAction);
+  if (Update(value_, v, Prop::Value)) RunHandler(OnAction);
 }
 
 void CheckBox::UserClick(Integer x, Integer y, bool contextual) {

@@ -15,17 +15,9 @@ std::string Control::FullName() const {
 
 void Control::Changed(Prop what) { CurrentScreen().ControlChanged(*this, what); }
 
-void Control::setEnabled(bool v) {
-  if (enabled_ == v) return;
-  enabled_ = v;
-  Changed(Prop::Enabled);
-}
+void Control::setEnabled(bool v) { Update(enabled_, v, Prop::Enabled); }
 
-void Control::setVisible(bool v) {
-  if (visible_ == v) return;
-  visible_ = v;
-  Changed(Prop::Visible);
-}
+void Control::setVisible(bool v) { Update(visible_, v, Prop::Visible); }
 
 void Control::setTextFont(const String& v) {
   if (font_.SameAs(v)) return;
@@ -33,41 +25,17 @@ void Control::setTextFont(const String& v) {
   Changed(Prop::Font);
 }
 
-void Control::setTextSize(Double v) {
-  if (size_ == v) return;
-  size_ = v;
-  Changed(Prop::Font);
-}
+void Control::setTextSize(Double v) { Update(size_, v, Prop::Font); }
 
-void Control::setBold(bool v) {
-  if (bold_ == v) return;
-  bold_ = v;
-  Changed(Prop::Font);
-}
+void Control::setBold(bool v) { Update(bold_, v, Prop::Font); }
 
-void Control::setItalic(bool v) {
-  if (italic_ == v) return;
-  italic_ = v;
-  Changed(Prop::Font);
-}
+void Control::setItalic(bool v) { Update(italic_, v, Prop::Font); }
 
-void Control::setUnderline(bool v) {
-  if (underline_ == v) return;
-  underline_ = v;
-  Changed(Prop::Font);
-}
+void Control::setUnderline(bool v) { Update(underline_, v, Prop::Font); }
 
-void Control::setTextColor(Color v) {
-  if (textColor_ == v) return;
-  textColor_ = v;
-  Changed(Prop::TextColor);
-}
+void Control::setTextColor(Color v) { Update(textColor_, v, Prop::TextColor); }
 
-void Control::setBackColor(Color v) {
-  if (backColor_ == v) return;
-  backColor_ = v;
-  Changed(Prop::BackColor);
-}
+void Control::setBackColor(Color v) { Update(backColor_, v, Prop::BackColor); }
 
 // Press and release. MouseDown answering True keeps the release for the control itself (MouseUp);
 // otherwise the platform goes on as usual, and a field takes the focus.

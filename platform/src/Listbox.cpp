@@ -11,6 +11,27 @@ void Listbox::CheckRow(Integer row) const {
 
 namespace {
 
+// A cell's bold flag or type: a row holds them only up to the last column given one, and the
+// columns beyond hold `none`.
+template <class T>
+T CellFlag(const std::vector<T>& flags, Integer column, T none) {
+  if (column < 0 || column >= static_cast<Integer>(flags.size())) return none;
+  return flags[column];
+}
+
+// True when the cell's flag changed.
+template <class T>
+bool SetCellFlag(std::vector<T>& flags, Integer column, T v, T none) {
+  if (column < 0) throw OutOfBoundsException();
+  if (column >= static_cast<Integer>(flags.size())) {
+    if (v == none) return false;
+    flags.resize(column + 1, none);
+  }
+  if (flags[column] == v) return false;
+  flags[column] = v;
+  return true;
+}
+
 String AsUtf8(String&& text) {
   if (text.Encoding() == TextEncoding::UTF8) return std::move(text);
   return String::FromBytes(std::move(text).Utf8(), TextEncoding::UTF8);
@@ -94,42 +115,22 @@ void Listbox::setCell(Integer row, Integer column, const String& v) {
 
 bool Listbox::CellBold(Integer row, Integer column) const {
   CheckRow(row);
-  const Row& r = rows_[row];
-  if (column < 0 || column >= static_cast<Integer>(r.bold.size())) return false;
-  return r.bold[column];
+  return CellFlag<bool>(rows_[row].bold, column, false);
 }
 
 void Listbox::setCellBold(Integer row, Integer column, bool v) {
   CheckRow(row);
-  if (column < 0) throw OutOfBoundsException();
-  Row& r = rows_[row];
-  if (column >= static_cast<Integer>(r.bold.size())) {
-    if (!v) return;
-    r.bold.resize(column + 1, false);
-  }
-  if (r.bold[column] == v) return;
-  r.bold[column] = v;
-  Changed(Prop::Cell);
+  if (SetCellFlag<bool>(rows_[row].bold, column, v, false)) Changed(Prop::Cell);
 }
 
 Integer Listbox::CellType(Integer row, Integer column) const {
   CheckRow(row);
-  const Row& r = rows_[row];
-  if (column < 0 || column >= static_cast<Integer>(r.type.size())) return 0;
-  return r.type[column];
+  return CellFlag<Integer>(rows_[row].type, column, 0);
 }
 
 void Listbox::setCellType(Integer row, Integer column, Integer v) {
   CheckRow(row);
-  if (column < 0) throw OutOfBoundsException();
-  Row& r = rows_[row];
-  if (column >= static_cast<Integer>(r.type.size())) {
-    if (v == 0) return;
-    r.type.resize(column + 1, 0);
-  }
-  if (r.type[column] == v) return;
-  r.type[column] = v;
-  Changed(Prop::Cell);
+  if (SetCellFlag<Integer>(rows_[row].type, column, v, 0)) Changed(Prop::Cell);
 }
 
 void Listbox::InvalidateCell(Integer, Integer) { Changed(Prop::Rows); }

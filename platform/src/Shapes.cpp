@@ -30,14 +30,6 @@ void Canvas::Paint(Graphics& g) {
   });
 }
 
-void RoundRectangle::setFillColor(Color v) {
-  if (fill_ == v) return;
-  fill_ = v;
-  Changed(Prop::FillColor);
-}
+void RoundRectangle::setFillColor(Color v) { Update(fill_, v, Prop::FillColor); }
 
-void RoundRectangle::setBorderWidth(Integer v) {
-  if (border_ == v) return;
-  border_ = v;
-  Changed(Prop::BorderWidth);
-}
+void RoundRectangle::setBorderWidth(Integer v) { Update(border_, v, Prop::BorderWidth); }

@@ -56,11 +56,7 @@ void TextControl::setText(const String& v) {
   RunHandler(OnTextChange);
 }
 
-void TextControl::setReadOnly(bool v) {
-  if (readOnly_ == v) return;
-  readOnly_ = v;
-  Changed(Prop::ReadOnly);
-}
+void TextControl::setReadOnly(bool v) { Update(readOnly_, v, Prop::ReadOnly); }
 
 void TextControl::setSelStart(Integer v) {
   Integer len = rbi::Utf8Length(text_);

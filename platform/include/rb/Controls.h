@@ -116,6 +116,15 @@ class Control {
 
  protected:
   void Changed(Prop what);
+  // Sets a value that whatever shows the control shows; it is told only of a real change, and
+  // the answer says whether there was one.
+  template <class T>
+  bool Update(T& field, const T& v, Prop what) {
+    if (field == v) return false;
+    field = v;
+    Changed(what);
+    return true;
+  }
   // The press of a click: cell edits end and MouseDown runs. True when MouseDown kept the mouse,
   // in which case the release has gone to MouseUp and the click is over.
   bool PressKeptByMouseDown(Integer x, Integer y, bool contextual);
