@@ -179,10 +179,7 @@ void PopupView::Sync(Prop what) {
   switch (what) {
     case Prop::Rows:
       // A refill adds its rows one by one: they are taken in once, when the event loop comes round.
-      if (!rowsPending_) {
-        rowsPending_ = true;
-        QMetaObject::invokeMethod(combo_, [this] { SyncRows(); }, Qt::QueuedConnection);
-      }
+      RunOnceLater(combo_, rowsPending_, [this] { SyncRows(); });
       break;
     case Prop::ListIndex:
     case Prop::Text: SyncIndex(); break;

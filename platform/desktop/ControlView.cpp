@@ -93,6 +93,13 @@ void ControlView::WatchHover() {
   widget()->installEventFilter(hover_.get());
 }
 
+bool RunOnceLater(QObject* context, bool& pending, std::function<void()> run) {
+  if (pending) return false;
+  pending = true;
+  QMetaObject::invokeMethod(context, std::move(run), Qt::QueuedConnection);
+  return true;
+}
+
 std::unique_ptr<ControlView> MakeControlView(Control& c, QWidget* form, DesktopScreen& screen) {
   if (auto* x = dynamic_cast<TextArea*>(&c)) return std::make_unique<AreaView>(*x, form, screen);
   if (auto* x = dynamic_cast<TextField*>(&c)) return std::make_unique<FieldView>(*x, form, screen);

@@ -5,6 +5,7 @@
 #include <QFont>
 #include <QObject>
 #include <QWidget>
+#include <functional>
 #include <memory>
 
 #include "rb/Controls.h"
@@ -45,6 +46,10 @@ class ControlView {
   DesktopScreen& screen_;
   std::unique_ptr<QObject> hover_;
 };
+
+// Runs `run` once when the event loop comes round, however many times it is asked for before
+// then; `pending` says it is asked for, and `run` clears it. True when this call asked.
+bool RunOnceLater(QObject* context, bool& pending, std::function<void()> run);
 
 // The face of the control's font, one pixel to the point as on the designed form.
 QFont ControlFont(const Control& c);

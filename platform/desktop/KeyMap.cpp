@@ -4,6 +4,17 @@
 
 namespace desk {
 
+bool IsTabKey(const QEvent* e) {
+  if (e->type() != QEvent::KeyPress) return false;
+  const int key = static_cast<const QKeyEvent*>(e)->key();
+  return key == Qt::Key_Tab || key == Qt::Key_Backtab;
+}
+
+bool IsContextual(const QMouseEvent* e) {
+  return e->button() == Qt::RightButton ||
+         (e->button() == Qt::LeftButton && (e->modifiers() & Qt::ControlModifier));
+}
+
 std::vector<String> PlatformKeys(const QKeyEvent& e) {
   // Alt with a key is a menu's mnemonic or nothing, and types nothing. AltGr, which types characters
   // such as the euro sign, does not come as Alt.

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <QKeySequence>
 #include <string>
 #include <vector>
@@ -16,6 +17,12 @@ namespace desk {
 // character of the typed text. Empty for a key the platform has no name for, and for Alt with a
 // key.
 std::vector<String> PlatformKeys(const QKeyEvent& e);
+
+// Tab or Shift+Tab as it comes to a widget, before Qt's own focus chain would take it: the widgets
+// hand it on as a key like any other.
+bool IsTabKey(const QEvent* e);
+// A press that asks for a contextual menu: the right button, or the left one with Control.
+bool IsContextual(const QMouseEvent* e);
 
 // Control held down, without the AltGr combination that types characters on some keyboards.
 bool IsCommandKey(const QKeyEvent& e);

@@ -101,14 +101,9 @@ class ListTable : public QTableView {
 
  protected:
   bool event(QEvent* e) override {
-    if (e->type() == QEvent::KeyPress) {
-      const int key = static_cast<QKeyEvent*>(e)->key();
-      if (key == Qt::Key_Tab || key == Qt::Key_Backtab) {
-        keyPressEvent(static_cast<QKeyEvent*>(e));
-        return true;
-      }
-    }
-    return QTableView::event(e);
+    if (!IsTabKey(e)) return QTableView::event(e);
+    keyPressEvent(static_cast<QKeyEvent*>(e));
+    return true;
   }
   void mousePressEvent(QMouseEvent* e) override { Press(e); }
   void mouseDoubleClickEvent(QMouseEvent* e) override { Press(e); }
@@ -268,11 +263,7 @@ void ListboxView::Sync(Prop what) {
   switch (what) {
     case Prop::Rows:
       // A refill sends one notice a row: the first asks for the flush, which repaints.
-      if (!rowsPending_) {
-        rowsPending_ = true;
-        QMetaObject::invokeMethod(table_, [this] { FlushRows(); }, Qt::QueuedConnection);
-        table_->viewport()->update();
-      }
+      if (RunOnceLater(table_, rowsPending_, [this] { FlushRows(); })) table_->viewport()->update();
       break;
     case Prop::Cell:
     case Prop::TextColor:

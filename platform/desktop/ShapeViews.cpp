@@ -9,6 +9,7 @@
 
 #include "ButtonViews.h"
 #include "DesktopScreen.h"
+#include "KeyMap.h"
 #include "PainterSurface.h"
 #include "PictureImpl.h"
 #include "QtText.h"
@@ -17,11 +18,6 @@
 namespace desk {
 
 namespace {
-
-bool IsContextual(const QMouseEvent* e) {
-  return e->button() == Qt::RightButton ||
-         (e->button() == Qt::LeftButton && (e->modifiers() & Qt::ControlModifier));
-}
 
 class CanvasWidget : public QWidget {
  public:

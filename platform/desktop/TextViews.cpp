@@ -27,18 +27,6 @@ Qt::Alignment FieldAlignment(Integer alignment) {
   }
 }
 
-bool IsContextual(const QMouseEvent* e) {
-  return e->button() == Qt::RightButton ||
-         (e->button() == Qt::LeftButton && (e->modifiers() & Qt::ControlModifier));
-}
-
-// Tab would move Qt's own focus before the widget saw it; here it is a key like any other.
-bool IsTabKey(QEvent* e) {
-  if (e->type() != QEvent::KeyPress) return false;
-  const int key = static_cast<QKeyEvent*>(e)->key();
-  return key == Qt::Key_Tab || key == Qt::Key_Backtab;
-}
-
 // A text widget whose own editing is cut off at every door a person could use: the keys, the
 // presses and what an input method commits go to the view, which hands them to the platform.
 template <class Widget>
@@ -266,14 +254,10 @@ void FieldView::Prepare() {
 }
 
 template <>
-QString FieldView::WidgetText() const {
-  return edit_->text();
-}
+QString FieldView::WidgetText() const { return edit_->text(); }
 
 template <>
-void FieldView::SetWidgetText(const QString& t) {
-  edit_->setText(t);
-}
+void FieldView::SetWidgetText(const QString& t) { edit_->setText(t); }
 
 template <>
 std::pair<int, int> FieldView::WidgetSelection() const {
@@ -315,14 +299,10 @@ void AreaView::Prepare() {
 }
 
 template <>
-QString AreaView::WidgetText() const {
-  return edit_->toPlainText();
-}
+QString AreaView::WidgetText() const { return edit_->toPlainText(); }
 
 template <>
-void AreaView::SetWidgetText(const QString& t) {
-  edit_->setPlainText(t);
-}
+void AreaView::SetWidgetText(const QString& t) { edit_->setPlainText(t); }
 
 template <>
 std::pair<int, int> AreaView::WidgetSelection() const {

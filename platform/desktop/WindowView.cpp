@@ -201,14 +201,9 @@ void WindowView::FocusTo(Control* c) {
 }
 
 bool WindowView::event(QEvent* e) {
-  if (e->type() == QEvent::KeyPress) {
-    const int key = static_cast<QKeyEvent*>(e)->key();
-    if (key == Qt::Key_Tab || key == Qt::Key_Backtab) {
-      keyPressEvent(static_cast<QKeyEvent*>(e));
-      return true;
-    }
-  }
-  return QWidget::event(e);
+  if (!IsTabKey(e)) return QWidget::event(e);
+  keyPressEvent(static_cast<QKeyEvent*>(e));
+  return true;
 }
 
 // Keys that no control took: Return and Escape for the Default and Cancel buttons, Tab, and keys
