@@ -15,6 +15,13 @@ using namespace design;
 // Every control's face.
 const char* const kTimes = "Times";
 
+// The window itself; the menu bar is MenuBar1.
+const WindowDesign kWindow = {
+    .Title = "Ledgerly - by Tobin Arle", .Width = 840, .Height = 631, .MinWidth = 64,
+    .MinHeight = 64, .MaxWidth = 32000, .MaxHeight = 32000, .Frame = 0, .Placement = 2,
+    .Resizeable = true, .CloseButton = true, .MaximizeButton = true, .MinimizeButton = true,
+    .VisibleByDesign = true, .HasBackColor = false, .BackColor = 0xFFFFFF};
+
 // The ten lineitem rows, for i from 0 to 9, 28 pixels apart: the signs stand one pixel lower than
 // the fields. Row by row, the Tab key walks across number, description and price, and then to the
 // next row; the totals come much later in the order.
@@ -75,24 +82,8 @@ const Row kControls[] = {
 
 }  // namespace
 
-iwindow::iwindow()
-    : Window(kClassName, {.Title = "Ledgerly - by Tobin Arle",
-                          .Width = 840,
-                          .Height = 631,
-                          .MinWidth = 64,
-                          .MinHeight = 64,
-                          .MaxWidth = 32000,
-                          .MaxHeight = 32000,
-                          .Frame = 0,
-                          .Placement = 2,
-                          .Resizeable = true,
-                          .CloseButton = true,
-                          .MaximizeButton = true,
-                          .MinimizeButton = true,
-                          .VisibleByDesign = true,
-                          .HasBackColor = false,
-                          .BackColor = 0xFFFFFF,
-                          .Menus = MenuBar1()}) {
+iwindow::iwindow() : Window(kClassName, kWindow) {
+  Menus = MenuBar1();
   AddMenuHandlers();
   OnOpen = [this] { Event_Open(); };
   OnClose = [this] { Event_Close(); };

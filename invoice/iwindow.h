@@ -96,6 +96,8 @@ class iwindow : public Window {
 
  private:
   void WireHandlers();
+  // Shows a window the menu opens, modally, and gives the menu handler's answer when it is hidden.
+  static bool modal(Window& window, bool answer);
 
   // What several fields share: the lock at opening, the whole text selected on entering, and any
   // key counting as an edit.

@@ -28,25 +28,17 @@ void iwindow::AddMenuHandlers() {
   AddMenuHandler("PrintLabelLep", [this] { return _PrintLabelLep_Action(); });
 }
 
-bool iwindow::_Editstock_Action() {
-  ::stockwindow->ShowModal();
-  return false;
+// The windows the menu opens are shown modally: the handler returns once its window is hidden,
+// with an answer that nothing reads.
+bool iwindow::modal(Window& window, bool answer) {
+  window.ShowModal();
+  return answer;
 }
 
-bool iwindow::_appleprefs_Action() {
-  ::prefswindow->ShowModal();
-  return false;
-}
-
-bool iwindow::_appleabout_Action() {
-  ::about->ShowModal();
-  return false;
-}
-
-bool iwindow::_ledgerlyhelp_Action() {
-  ::help->ShowModal();
-  return false;
-}
+bool iwindow::_Editstock_Action() { return modal(*::stockwindow, false); }
+bool iwindow::_appleprefs_Action() { return modal(*::prefswindow, false); }
+bool iwindow::_appleabout_Action() { return modal(*::about, false); }
+bool iwindow::_ledgerlyhelp_Action() { return modal(*::help, false); }
 
 // Closing the main window ends the program; nothing is saved and nothing is asked.
 void iwindow::Event_Close() { Quit(0); }

@@ -21,6 +21,10 @@ const LabelOffsets kOffsets[4] = {
     {"350", "50"},   // label(3)
 };
 
+const WindowDesign kWindow = {
+    .Title = "Untitled", .Width = 603, .Height = 300, .Frame = 8, .Placement = 0,
+    .Resizeable = true, .CloseButton = true};
+
 const char* const kNote =
     "Tiger only!\rSelect a label - Standard 4 per sheet - click label to select";
 
@@ -50,15 +54,7 @@ const Row kControls[] = {
 }  // namespace
 
 Labels::Labels()
-    : LabelSheet(kClassName,
-                 {.Title = "Untitled",
-                  .Width = 603,
-                  .Height = 300,
-                  .Frame = 8,
-                  .Placement = 0,
-                  .Resizeable = true,
-                  .CloseButton = true},
-                 kControls, {239, 169, 239, 260}, /*addressBold=*/true) {}
+    : LabelSheet(kClassName, kWindow, kControls, {239, 169, 239, 260}, /*addressBold=*/true) {}
 
 bool Labels::label_MouseDown(Integer index, Integer, Integer) {
   labeltop->setText(kOffsets[index].labeltop);

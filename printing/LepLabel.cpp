@@ -8,6 +8,11 @@ using namespace design;
 
 constexpr Color kSheetGrey = 0xBEBCBC;
 
+const WindowDesign kWindow = {
+    .Title = "Leopard Labeler for 4 up label sheets", .Width = 608, .Height = 323, .Frame = 8,
+    .Placement = 1, .Resizeable = false, .CloseButton = true, .MaximizeButton = false,
+    .MinimizeButton = false};
+
 const char* const kNote =
     "Leopard Only\rSelect a label - Standard 4 per sheet - click label to select";
 
@@ -62,17 +67,7 @@ const Row kControls[] = {
 }  // namespace
 
 LepLabel::LepLabel()
-    : LabelSheet(kClassName,
-                 {.Title = "Leopard Labeler for 4 up label sheets",
-                  .Width = 608,
-                  .Height = 323,
-                  .Frame = 8,
-                  .Placement = 1,
-                  .Resizeable = false,
-                  .CloseButton = true,
-                  .MaximizeButton = false,
-                  .MinimizeButton = false},
-                 kControls, {107, 123, 107, 214}, /*addressBold=*/false) {}
+    : LabelSheet(kClassName, kWindow, kControls, {107, 123, 107, 214}, /*addressBold=*/false) {}
 
 // The clicked label's own offset fields turn red with it, and their texts are what prints.
 bool LepLabel::label_MouseDown(Integer index, Integer, Integer) {

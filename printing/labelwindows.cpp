@@ -6,14 +6,7 @@
 
 namespace win {
 
-bool iwindow::_printlabel_Action() {
-  ::Labels->ShowModal();
-  return false;
-}
-
-bool iwindow::_PrintLabelLep_Action() {
-  ::LepLabel->ShowModal();
-  return true;
-}
+bool iwindow::_printlabel_Action() { return modal(*::Labels, false); }
+bool iwindow::_PrintLabelLep_Action() { return modal(*::LepLabel, true); }
 
 }  // namespace win

@@ -16,6 +16,9 @@ const std::string kAboutText =
     "Its aim is to be as simple to use as possible and yet be useable as an invoice programme." +
     "\r\r" + "Problems, wish list, bug reports etc. To " + credits::kContactAddress;
 
+const WindowDesign kWindow = {
+    .Title = "About Ledgerly", .Width = 465, .Height = 298, .Frame = 1, .Placement = 1};
+
 // The link takes the face "geneva" when it opens.
 // clang-format off
 const Row kControls[] = {
@@ -28,9 +31,7 @@ const Row kControls[] = {
 
 }  // namespace
 
-about::about()
-    : Window(kClassName,
-             {.Title = "About Ledgerly", .Width = 465, .Height = 298, .Frame = 1, .Placement = 1}) {}
+about::about() : Window(kClassName, kWindow) {}
 
 void about::CreateControls() {
   design::Build(*this, kControls);

@@ -70,6 +70,9 @@ std::string helptext() {
 
 const std::string kHelpText = helptext();
 
+const WindowDesign kWindow = {
+    .Title = "Ledgerly help", .Width = 570, .Height = 610, .Frame = 1, .Placement = 0};
+
 // The text grows with the window, and Close keeps its distance to the bottom.
 // clang-format off
 const Row kControls[] = {
@@ -81,9 +84,7 @@ const Row kControls[] = {
 
 }  // namespace
 
-help::help()
-    : Window(kClassName,
-             {.Title = "Ledgerly help", .Width = 570, .Height = 610, .Frame = 1, .Placement = 0}) {}
+help::help() : Window(kClassName, kWindow) {}
 
 void help::CreateControls() {
   design::Build(*this, kControls);

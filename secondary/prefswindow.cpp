@@ -18,6 +18,9 @@ const char* const kTermsCaption =
     "Text for standard terms and conditions. (Prints in light gray - 255 chrs max. Leave blank if "
     "not wanted.)";
 
+const WindowDesign kWindow = {
+    .Title = "Ledgerly preferences", .Width = 750, .Height = 623, .Frame = 2, .Placement = 1};
+
 // A control inside a group box stands in the focus order where its group stands.
 // clang-format off
 const Row kControls[] = {
@@ -49,9 +52,7 @@ const Row kControls[] = {
 
 }  // namespace
 
-prefswindow::prefswindow()
-    : Window(kClassName,
-             {.Title = "Ledgerly preferences", .Width = 750, .Height = 623, .Frame = 2, .Placement = 1}) {
+prefswindow::prefswindow() : Window(kClassName, kWindow) {
   OnActivate = [this] { Event_Activate(); };
 }
 

@@ -12,6 +12,9 @@ const char* const kHowTo =
     "Click add item and then click on \">\" to enter description. Click in the price column to "
     "enter the price. Press enter when done.";
 
+const WindowDesign kWindow = {
+    .Title = "Stock window", .Width = 469, .Height = 430, .Frame = 8, .Placement = 1};
+
 // clang-format off
 const Row kControls[] = {
     // control                                           left  top  width  height  tab  design text    font      size  style  align      limit  back   flags
@@ -25,9 +28,7 @@ const Row kControls[] = {
 
 }  // namespace
 
-stockwindow::stockwindow()
-    : Window(kClassName,
-             {.Title = "Stock window", .Width = 469, .Height = 430, .Frame = 8, .Placement = 1}) {
+stockwindow::stockwindow() : Window(kClassName, kWindow) {
   OnActivate = [this] { Event_Activate(); };
 }
 

@@ -8,6 +8,9 @@ namespace {
 
 using namespace design;
 
+const WindowDesign kWindow = {
+    .Title = "Untitled", .Width = 436, .Height = 124, .Frame = 2, .Placement = 1};
+
 // The question shows black on white, the defaults. The safe answer is the default button: Return
 // and Escape both say no.
 // clang-format off
@@ -22,9 +25,7 @@ const Row kControls[] = {
 
 }  // namespace
 
-surewindow::surewindow()
-    : Window(kClassName,
-             {.Title = "Untitled", .Width = 436, .Height = 124, .Frame = 2, .Placement = 1}) {}
+surewindow::surewindow() : Window(kClassName, kWindow) {}
 
 void surewindow::CreateControls() {
   design::Build(*this, kControls);

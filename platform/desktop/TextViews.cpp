@@ -9,6 +9,7 @@
 #include <QTextCursor>
 #include <QTextDocument>
 #include <QTextOption>
+#include <type_traits>
 
 #include "DesktopScreen.h"
 #include "KeyMap.h"
@@ -226,118 +227,109 @@ void TextView::Commit(const QString& committed) {
   }
 }
 
-void TextView::SyncColours(QWidget* edit) {
-  QPalette pal = edit->palette();
-  pal.setColor(QPalette::Base, ToQColor(text_.BackColor()));
-  pal.setColor(QPalette::Text, ToQColor(text_.TextColor()));
-  edit->setPalette(pal);
-}
-
 // ---- EditView ----------------------------------------------------------------------------
+
+// Each member does for the one-line widget (a TextField's QLineEdit) and for the multi-line one
+// (a TextArea's QPlainTextEdit) what that widget needs.
+template <class Widget>
+constexpr bool kOneLine = std::is_same_v<Widget, QLineEdit>;
 
 template <class Widget>
 EditView<Widget>::EditView(TextControl& c, QWidget* form, DesktopScreen& screen)
     : TextView(c, screen), edit_(MakeEdit<Widget>(*this, form)) {
-  Prepare();
+  if constexpr (kOneLine<Widget>) {
+    edit_->setDragEnabled(false);
+    edit_->setTextMargins(1, 0, 1, 0);
+  } else {
+    edit_->setTabChangesFocus(true);
+    edit_->setLineWrapMode(QPlainTextEdit::WidgetWidth);
+    edit_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    const bool scrolls = static_cast<const TextArea&>(c).ScrollBarVertical;
+    edit_->setVerticalScrollBarPolicy(scrolls ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
+    edit_->document()->setDocumentMargin(2);
+  }
+  // Qt's multi-line editor signals a change even for a text set to itself: only a real
+  // difference reaches the platform (TextFromWidget).
   QObject::connect(edit_, &Widget::textChanged, edit_, [this] { TextFromWidget(); });
   SyncAll();
   SyncLook();
   SyncText();
 }
 
-// ---- FieldView ---------------------------------------------------------------------------
-
-template <>
-void FieldView::Prepare() {
-  edit_->setDragEnabled(false);
-  edit_->setTextMargins(1, 0, 1, 0);
-}
-
-template <>
-QString FieldView::WidgetText() const { return edit_->text(); }
-
-template <>
-void FieldView::SetWidgetText(const QString& t) { edit_->setText(t); }
-
-template <>
-std::pair<int, int> FieldView::WidgetSelection() const {
-  if (edit_->hasSelectedText()) return {edit_->selectionStart(), edit_->selectionLength()};
-  return {edit_->cursorPosition(), 0};
-}
-
-template <>
-void FieldView::SetWidgetSelection(int start, int length) {
-  if (length > 0) {
-    edit_->setSelection(start, length);
+template <class Widget>
+QString EditView<Widget>::WidgetText() const {
+  if constexpr (kOneLine<Widget>) {
+    return edit_->text();
   } else {
-    edit_->deselect();
-    edit_->setCursorPosition(start);
+    return edit_->toPlainText();
   }
 }
 
-template <>
-void FieldView::SyncLook() {
-  const TextControl& c = text();
-  edit_->setFrame(c.Border);
-  edit_->setReadOnly(c.ReadOnly());
-  edit_->setAlignment(FieldAlignment(c.Alignment) | Qt::AlignVCenter);
-  SyncColours(edit_);
-}
-
-// ---- AreaView ----------------------------------------------------------------------------
-
-// Qt's multi-line editor signals a change even for a text set to itself: only a real difference
-// reaches the platform (TextFromWidget).
-template <>
-void AreaView::Prepare() {
-  edit_->setTabChangesFocus(true);
-  edit_->setLineWrapMode(QPlainTextEdit::WidgetWidth);
-  edit_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  const bool scrolls = static_cast<const TextArea&>(text()).ScrollBarVertical;
-  edit_->setVerticalScrollBarPolicy(scrolls ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
-  edit_->document()->setDocumentMargin(2);
-}
-
-template <>
-QString AreaView::WidgetText() const { return edit_->toPlainText(); }
-
-template <>
-void AreaView::SetWidgetText(const QString& t) { edit_->setPlainText(t); }
-
-template <>
-std::pair<int, int> AreaView::WidgetSelection() const {
-  const QTextCursor cur = edit_->textCursor();
-  return {cur.selectionStart(), cur.selectionEnd() - cur.selectionStart()};
-}
-
-template <>
-void AreaView::SetWidgetSelection(int start, int length) {
-  QTextCursor cur(edit_->document());
-  cur.setPosition(start);
-  if (length > 0) cur.setPosition(start + length, QTextCursor::KeepAnchor);
-  // A text to read (help) opens at its top, though the focus leaves the caret at its end.
-  const int scroll = edit_->verticalScrollBar()->value();
-  edit_->setTextCursor(cur);
-  if (text().ReadOnly() && !keyActive_) {
-    edit_->verticalScrollBar()->setValue(scroll);
+template <class Widget>
+void EditView<Widget>::SetWidgetText(const QString& t) {
+  if constexpr (kOneLine<Widget>) {
+    edit_->setText(t);
   } else {
-    edit_->ensureCursorVisible();
+    edit_->setPlainText(t);
   }
 }
 
-template <>
-void AreaView::SyncLook() {
+template <class Widget>
+std::pair<int, int> EditView<Widget>::WidgetSelection() const {
+  if constexpr (kOneLine<Widget>) {
+    if (edit_->hasSelectedText()) return {edit_->selectionStart(), edit_->selectionLength()};
+    return {edit_->cursorPosition(), 0};
+  } else {
+    const QTextCursor cur = edit_->textCursor();
+    return {cur.selectionStart(), cur.selectionEnd() - cur.selectionStart()};
+  }
+}
+
+template <class Widget>
+void EditView<Widget>::SetWidgetSelection(int start, int length) {
+  if constexpr (kOneLine<Widget>) {
+    if (length > 0) {
+      edit_->setSelection(start, length);
+    } else {
+      edit_->deselect();
+      edit_->setCursorPosition(start);
+    }
+  } else {
+    QTextCursor cur(edit_->document());
+    cur.setPosition(start);
+    if (length > 0) cur.setPosition(start + length, QTextCursor::KeepAnchor);
+    // A text to read (help) opens at its top, though the focus leaves the caret at its end.
+    const int scroll = edit_->verticalScrollBar()->value();
+    edit_->setTextCursor(cur);
+    if (text().ReadOnly() && !keyActive_) {
+      edit_->verticalScrollBar()->setValue(scroll);
+    } else {
+      edit_->ensureCursorVisible();
+    }
+  }
+}
+
+template <class Widget>
+void EditView<Widget>::SyncLook() {
   const TextControl& c = text();
-  edit_->setFrameShape(c.Border ? QFrame::StyledPanel : QFrame::NoFrame);
   edit_->setReadOnly(c.ReadOnly());
-  // A read-only text can still be selected and its caret moved.
-  edit_->setTextInteractionFlags(c.ReadOnly() ? Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard
-                                              : Qt::TextEditorInteraction);
-  QTextOption option = edit_->document()->defaultTextOption();
-  option.setAlignment(FieldAlignment(c.Alignment));
-  option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-  edit_->document()->setDefaultTextOption(option);
-  SyncColours(edit_);
+  if constexpr (kOneLine<Widget>) {
+    edit_->setFrame(c.Border);
+    edit_->setAlignment(FieldAlignment(c.Alignment) | Qt::AlignVCenter);
+  } else {
+    edit_->setFrameShape(c.Border ? QFrame::StyledPanel : QFrame::NoFrame);
+    // A read-only text can still be selected and its caret moved.
+    edit_->setTextInteractionFlags(c.ReadOnly() ? Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard
+                                                : Qt::TextEditorInteraction);
+    QTextOption option = edit_->document()->defaultTextOption();
+    option.setAlignment(FieldAlignment(c.Alignment));
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    edit_->document()->setDefaultTextOption(option);
+  }
+  QPalette pal = edit_->palette();
+  pal.setColor(QPalette::Base, ToQColor(c.BackColor()));
+  pal.setColor(QPalette::Text, ToQColor(c.TextColor()));
+  edit_->setPalette(pal);
 }
 
 template class EditView<QLineEdit>;

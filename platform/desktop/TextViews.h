@@ -40,8 +40,6 @@ class TextView : public ControlView {
   virtual void SyncLook() = 0;
   void SyncText();
   void SyncSelection();
-  // The widget's background and text colours, the control's.
-  void SyncColours(QWidget* edit);
   bool syncing_ = false;
   // A key of the person's is being served: the caret it moves is brought into view.
   bool keyActive_ = false;
@@ -66,8 +64,6 @@ class EditView : public TextView {
   void SyncLook() override;
 
  private:
-  // What the one widget needs beyond what both do.
-  void Prepare();
   Widget* edit_;
 };
 
