@@ -1,68 +1,23 @@
-// The globals that live outside the windows.
+// The globals' reset and their lookup by name, both from the one list in Module1.h.
 #include "core/Module1.h"
 
 namespace Module1 {
 
-String today;
-Ref<FolderItem> f;
-String path;
-String settings;
-Ref<PrinterSetup> Labelsetup;
-Single invoicestartnumber = 0;
-bool sure = false;
-Integer cellid = 0;
-bool texthaschanged = false;
-bool prefshavechanged = false;
-
 void Reset() {
-  today = String();
-  f = nil;
-  path = String();
-  settings = String();
-  Labelsetup = nil;
-  invoicestartnumber = 0;
-  sure = false;
-  cellid = 0;
-  texthaschanged = false;
-  prefshavechanged = false;
+#define MODULE1_RESET(type, name, start) name = start;
+  MODULE1_GLOBALS(MODULE1_RESET)
+#undef MODULE1_RESET
 }
-
-namespace {
-
-std::string Flag(bool v) { return v ? "true" : "false"; }
-
-template <class T>
-std::string Held(const Ref<T>& r) {
-  return r == nil ? "nil" : "set";
-}
-
-}  // namespace
 
 bool Lookup(const std::string& name, std::string& value) {
-  if (name == "today") {
-    value = today.Utf8();
-  } else if (name == "path") {
-    value = path.Utf8();
-  } else if (name == "settings") {
-    value = settings.Utf8();
-  } else if (name == "invoicestartnumber") {
-    value = Str(invoicestartnumber).Utf8();
-  } else if (name == "sure") {
-    value = Flag(sure);
-  } else if (name == "cellid") {
-    value = std::to_string(cellid);
-  } else if (name == "texthaschanged") {
-    value = Flag(texthaschanged);
-  } else if (name == "prefshavechanged") {
-    value = Flag(prefshavechanged);
-  } else if (name == "f") {
-    value = Held(f);
-  } else if (name == "Labelsetup") {
-    value = Held(Labelsetup);
-  } else {
-    return false;
+#define MODULE1_LOOKUP(type, global, start) \
+  if (name == #global) {                    \
+    value = NamedValue(global);             \
+    return true;                            \
   }
-  return true;
+  MODULE1_GLOBALS(MODULE1_LOOKUP)
+#undef MODULE1_LOOKUP
+  return false;
 }
 
 }  // namespace Module1

@@ -3,18 +3,25 @@
 
 #include "rb/rb.h"
 
+// Each global once: its type, its name and its value at start. Its declaration below, its reset
+// and its lookup by name (Module1.cpp) follow from this list.
+#define MODULE1_GLOBALS(GLOBAL)                                                                  \
+  GLOBAL(String, today, String())       /* the day of the start, "/" replaced by "-" */          \
+  GLOBAL(Ref<FolderItem>, f, nil)       /* scratch: each routine assigns it before use */        \
+  GLOBAL(String, path, String())        /* AbsolutePath of the logo */                           \
+  GLOBAL(String, settings, String())    /* SetupString of Labelsetup; kept, never read */        \
+  GLOBAL(Ref<PrinterSetup>, Labelsetup, nil) /* the one page setup of every print */            \
+  GLOBAL(Single, invoicestartnumber, 0) /* the last invoice number handed out */                 \
+  GLOBAL(bool, sure, false)             /* the answer of the last confirmation */                \
+  GLOBAL(Integer, cellid, 0)            /* the row last picked in customers, names or unpaid */  \
+  GLOBAL(bool, texthaschanged, false)   /* the form holds edits not yet saved */                 \
+  GLOBAL(bool, prefshavechanged, false) /* the preferences hold edits not yet saved */
+
 namespace Module1 {
 
-extern String today;              // the day of the start, "/" replaced by "-"
-extern Ref<FolderItem> f;         // scratch: each routine assigns it before use
-extern String path;               // AbsolutePath of the logo
-extern String settings;           // SetupString of Labelsetup; kept, never read
-extern Ref<PrinterSetup> Labelsetup;
-extern Single invoicestartnumber;  // the last invoice number handed out
-extern bool sure;                 // the answer of the last confirmation
-extern Integer cellid;            // the row last picked in customers, names or unpaid
-extern bool texthaschanged;       // the form holds edits not yet saved
-extern bool prefshavechanged;     // the preferences hold edits not yet saved
+#define MODULE1_DECLARE(type, name, start) inline type name = start;
+MODULE1_GLOBALS(MODULE1_DECLARE)
+#undef MODULE1_DECLARE
 
 void loadprefs();
 void saveprefs();
@@ -24,7 +31,7 @@ void populatecm();
 
 // Every global back at its start value: a fresh program state.
 void Reset();
-// A global by name, as text ("cellid" gives "3"; booleans "true"/"false"), for tests.
+// A global by name, for tests, as NamedValue writes it ("cellid" gives "3").
 bool Lookup(const std::string& name, std::string& value);
 
 }  // namespace Module1

@@ -177,14 +177,13 @@ void iwindow::WireHandlers() {
 }
 
 bool iwindow::OwnProperty(const std::string& name, std::string& value) const {
-  if (name == "addresshaschanged") {
-    value = addresshaschanged ? "true" : "false";
-    return true;
+#define IWINDOW_LOOKUP(type, property, start) \
+  if (name == #property) {                    \
+    value = NamedValue(property);             \
+    return true;                              \
   }
-  if (name == "id") {
-    value = std::to_string(id);
-    return true;
-  }
+  IWINDOW_PROPERTIES(IWINDOW_LOOKUP)
+#undef IWINDOW_LOOKUP
   return Window::OwnProperty(name, value);
 }
 

@@ -100,15 +100,18 @@ Value ColourValue(Color c) {
   return v;
 }
 
-bool WantArgs(const std::string& property, const std::vector<int>& args, std::size_t n,
-              std::string& error) {
-  if (args.size() == n) return true;
-  if (n == 0) {
-    error = property + " takes no arguments";
-  } else {
-    error = property + " takes " + std::to_string(n) + (n == 1 ? " argument" : " arguments");
-  }
-  return false;
+// Whether the control is of one of the classes.
+template <class... C>
+bool Is(const Control& c) {
+  return ((dynamic_cast<const C*>(&c) != nullptr) || ...);
+}
+
+// The rows of a list, a popup or a contextual menu, whichever the control is.
+template <class F>
+auto WithRows(const Control& c, F f) {
+  if (const auto* l = dynamic_cast<const Listbox*>(&c)) return f(*l);
+  if (const auto* p = dynamic_cast<const PopupMenu*>(&c)) return f(*p);
+  return f(dynamic_cast<const ContextualMenu&>(c));
 }
 
 bool RowInRange(int row, int count, std::string& error) {
@@ -117,173 +120,151 @@ bool RowInRange(int row, int count, std::string& error) {
   return false;
 }
 
-bool ReadList(const Control& c, const std::string& property, const std::vector<int>& args,
-              Value& out, std::string& error) {
-  if (const auto* l = dynamic_cast<const Listbox*>(&c)) {
-    if (property == "ListCount") {
-      out = IntValue(l->ListCount());
-      return WantArgs(property, args, 0, error);
-    }
-    if (property == "ListIndex") {
-      out = IntValue(l->ListIndex());
-      return WantArgs(property, args, 0, error);
-    }
-    if (property == "List") {
-      if (!WantArgs(property, args, 1, error) || !RowInRange(args[0], l->ListCount(), error)) {
-        return false;
-      }
-      out = TextValue(l->List(args[0]));
-      return true;
-    }
-    if (property == "Cell" || property == "CellBold") {
-      if (!WantArgs(property, args, 2, error) || !RowInRange(args[0], l->ListCount(), error)) {
-        return false;
-      }
-      int columns = l->ColumnCount < 1 ? 1 : l->ColumnCount;
-      if (args[1] < 0 || args[1] >= columns) {
-        error = "no column " + std::to_string(args[1]) + " (ColumnCount " +
-                std::to_string(columns) + ")";
-        return false;
-      }
-      if (property == "Cell") {
-        out = TextValue(l->Cell(args[0], args[1]));
-      } else {
-        out = BoolValue(l->CellBold(args[0], args[1]));
-      }
-      return true;
-    }
-    return false;
-  }
-  if (const auto* p = dynamic_cast<const PopupMenu*>(&c)) {
-    if (property == "ListCount") {
-      out = IntValue(p->ListCount());
-      return WantArgs(property, args, 0, error);
-    }
-    if (property == "ListIndex") {
-      out = IntValue(p->ListIndex());
-      return WantArgs(property, args, 0, error);
-    }
-    if (property == "List") {
-      if (!WantArgs(property, args, 1, error) || !RowInRange(args[0], p->ListCount(), error)) {
-        return false;
-      }
-      out = TextValue(p->List(args[0]));
-      return true;
-    }
-    return false;
-  }
-  if (const auto* m = dynamic_cast<const ContextualMenu*>(&c)) {
-    if (property == "ListCount") {
-      out = IntValue(m->ListCount());
-      return WantArgs(property, args, 0, error);
-    }
-    if (property == "List") {
-      if (!WantArgs(property, args, 1, error) || !RowInRange(args[0], m->ListCount(), error)) {
-        return false;
-      }
-      out = TextValue(m->List(args[0]));
-      return true;
-    }
-  }
+// A cell of a list: its row and column in range.
+bool CellInRange(const Listbox& l, const std::vector<int>& args, std::string& error) {
+  if (!RowInRange(args[0], l.ListCount(), error)) return false;
+  int columns = l.ColumnCount < 1 ? 1 : l.ColumnCount;
+  if (args[1] >= 0 && args[1] < columns) return true;
+  error = "no column " + std::to_string(args[1]) + " (ColumnCount " + std::to_string(columns) + ")";
   return false;
 }
 
-bool ReadPlain(const Control& c, const std::string& property, Value& out) {
-  if (property == "Text") {
-    if (const auto* t = dynamic_cast<const TextControl*>(&c)) {
-      out = TextValue(t->Text());
-    } else if (const auto* s = dynamic_cast<const StaticText*>(&c)) {
-      out = TextValue(s->Text());
-    } else if (const auto* p = dynamic_cast<const PopupMenu*>(&c)) {
-      out = TextValue(p->Text());
-    } else if (const auto* b = dynamic_cast<const PushButton*>(&c)) {
-      out = TextValue(b->Caption);
-    } else if (const auto* x = dynamic_cast<const CheckBox*>(&c)) {
-      out = TextValue(x->Caption);
-    } else if (const auto* g = dynamic_cast<const GroupBox*>(&c)) {
-      out = TextValue(g->Caption);
-    } else {
-      return false;
-    }
-    return true;
-  }
-  if (property == "BackColor") {
-    out = ColourValue(c.BackColor());
-    return true;
-  }
-  if (property == "TextColor") {
-    out = ColourValue(c.TextColor());
-    return true;
-  }
-  if (property == "FillColor") {
-    if (const auto* r = dynamic_cast<const RoundRectangle*>(&c)) {
-      out = ColourValue(r->FillColor());
-    } else if (const auto* q = dynamic_cast<const Rectangle*>(&c)) {
-      out = ColourValue(q->FillColor);
-    } else {
-      return false;
-    }
-    return true;
-  }
-  if (property == "BorderWidth") {
-    if (const auto* r = dynamic_cast<const RoundRectangle*>(&c)) {
-      out = IntValue(r->BorderWidth());
-    } else if (const auto* q = dynamic_cast<const Rectangle*>(&c)) {
-      out = IntValue(q->BorderWidth);
-    } else if (const auto* l = dynamic_cast<const Line*>(&c)) {
-      out = IntValue(l->BorderWidth);
-    } else {
-      return false;
-    }
-    return true;
-  }
-  if (property == "ReadOnly" || property == "SelStart" || property == "SelLength") {
-    const auto* t = dynamic_cast<const TextControl*>(&c);
-    if (t == nullptr) return false;
-    if (property == "ReadOnly") out = BoolValue(t->ReadOnly());
-    if (property == "SelStart") out = IntValue(t->SelStart());
-    if (property == "SelLength") out = IntValue(t->SelLength());
-    return true;
-  }
-  if (property == "Enabled") {
-    out = BoolValue(c.Enabled());
-    return true;
-  }
-  if (property == "Visible") {
-    out = BoolValue(c.Visible());
-    return true;
-  }
-  if (property == "Value") {
-    const auto* x = dynamic_cast<const CheckBox*>(&c);
-    if (x == nullptr) return false;
-    out = BoolValue(x->Value());
-    return true;
-  }
-  if (property == "Underline") {
-    out = BoolValue(c.Underline());
-    return true;
-  }
-  if (property == "Bold") {
-    out = BoolValue(c.Bold());
-    return true;
-  }
-  if (property == "Italic") {
-    out = BoolValue(c.Italic());
-    return true;
-  }
-  if (property == "TextFont") {
-    out = TextValue(c.TextFont());
-    return true;
-  }
-  if (property == "Backdrop") {
-    const auto* v = dynamic_cast<const Canvas*>(&c);
-    if (v == nullptr) return false;
-    out.kind = Value::Word;
-    out.text = v->Backdrop() == nil ? "none" : "picture";
-    return true;
-  }
-  return false;
-}
+// A property's arguments: a row, or a row and a column.
+using Indexes = std::vector<int>;
+
+// Each property the runner reads, once: the classes that have it, how many arguments it takes,
+// and how it is read. A read answers False with a message when its row or column is not there.
+struct Property {
+  const char* name;
+  bool (*of)(const Control& c);
+  std::size_t args;
+  bool (*read)(const Control& c, const Indexes& args, Value& out, std::string& error);
+};
+
+const Property kProperties[] = {
+    {"Text", Is<TextControl, StaticText, PopupMenu, PushButton, CheckBox, GroupBox>, 0,
+     [](const Control& c, const Indexes&, Value& out, std::string&) {
+       if (const auto* t = dynamic_cast<const TextControl*>(&c)) out = TextValue(t->Text());
+       if (const auto* s = dynamic_cast<const StaticText*>(&c)) out = TextValue(s->Text());
+       if (const auto* p = dynamic_cast<const PopupMenu*>(&c)) out = TextValue(p->Text());
+       if (const auto* b = dynamic_cast<const PushButton*>(&c)) out = TextValue(b->Caption);
+       if (const auto* x = dynamic_cast<const CheckBox*>(&c)) out = TextValue(x->Caption);
+       if (const auto* g = dynamic_cast<const GroupBox*>(&c)) out = TextValue(g->Caption);
+       return true;
+     }},
+    {"BackColor", Is<Control>, 0,
+     [](const Control& c, const Indexes&, Value& out, std::string&) {
+       out = ColourValue(c.BackColor());
+       return true;
+     }},
+    {"TextColor", Is<Control>, 0,
+     [](const Control& c, const Indexes&, Value& out, std::string&) {
+       out = ColourValue(c.TextColor());
+       return true;
+     }},
+    {"FillColor", Is<RoundRectangle, Rectangle>, 0,
+     [](const Control& c, const Indexes&, Value& out, std::string&) {
+       if (const auto* r = dynamic_cast<const RoundRectangle*>(&c)) out = ColourValue(r->FillColor());
+       if (const auto* q = dynamic_cast<const Rectangle*>(&c)) out = ColourValue(q->FillColor);
+       return true;
+     }},
+    {"BorderWidth", Is<RoundRectangle, Rectangle, Line>, 0,
+     [](const Control& c, const Indexes&, Value& out, std::string&) {
+       if (const auto* r = dynamic_cast<const RoundRectangle*>(&c)) out = IntValue(r->BorderWidth());
+       if (const auto* q = dynamic_cast<const Rectangle*>(&c)) out = IntValue(q->BorderWidth);
+       if (const auto* l = dynamic_cast<const Line*>(&c)) out = IntValue(l->BorderWidth);
+       return true;
+     }},
+    {"ReadOnly", Is<TextControl>, 0,
+     [](const Control& c, const Indexes&, Value& out, std::string&) {
+       out = BoolValue(dynamic_cast<const TextControl&>(c).ReadOnly());
+       return true;
+     }},
+    {"SelStart", Is<TextControl>, 0,
+     [](const Control& c, const Indexes&, Value& out, std::string&) {
+       out = IntValue(dynamic_cast<const TextControl&>(c).SelStart());
+       return true;
+     }},
+    {"SelLength", Is<TextControl>, 0,
+     [](const Control& c, const Indexes&, Value& out, std::string&) {
+       out = IntValue(dynamic_cast<const TextControl&>(c).SelLength());
+       return true;
+     }},
+    {"Enabled", Is<Control>, 0,
+     [](const Control& c, const Indexes&, Value& out, std::string&) {
+       out = BoolValue(c.Enabled());
+       return true;
+     }},
+    {"Visible", Is<Control>, 0,
+     [](const Control& c, const Indexes&, Value& out, std::string&) {
+       out = BoolValue(c.Visible());
+       return true;
+     }},
+    {"Value", Is<CheckBox>, 0,
+     [](const Control& c, const Indexes&, Value& out, std::string&) {
+       out = BoolValue(dynamic_cast<const CheckBox&>(c).Value());
+       return true;
+     }},
+    {"Underline", Is<Control>, 0,
+     [](const Control& c, const Indexes&, Value& out, std::string&) {
+       out = BoolValue(c.Underline());
+       return true;
+     }},
+    {"Bold", Is<Control>, 0,
+     [](const Control& c, const Indexes&, Value& out, std::string&) {
+       out = BoolValue(c.Bold());
+       return true;
+     }},
+    {"Italic", Is<Control>, 0,
+     [](const Control& c, const Indexes&, Value& out, std::string&) {
+       out = BoolValue(c.Italic());
+       return true;
+     }},
+    {"TextFont", Is<Control>, 0,
+     [](const Control& c, const Indexes&, Value& out, std::string&) {
+       out = TextValue(c.TextFont());
+       return true;
+     }},
+    {"Backdrop", Is<Canvas>, 0,
+     [](const Control& c, const Indexes&, Value& out, std::string&) {
+       out.kind = Value::Word;
+       out.text = dynamic_cast<const Canvas&>(c).Backdrop() == nil ? "none" : "picture";
+       return true;
+     }},
+    {"ListCount", Is<Listbox, PopupMenu, ContextualMenu>, 0,
+     [](const Control& c, const Indexes&, Value& out, std::string&) {
+       out = IntValue(WithRows(c, [](const auto& rows) { return rows.ListCount(); }));
+       return true;
+     }},
+    {"ListIndex", Is<Listbox, PopupMenu>, 0,
+     [](const Control& c, const Indexes&, Value& out, std::string&) {
+       const auto* l = dynamic_cast<const Listbox*>(&c);
+       out = IntValue(l ? l->ListIndex() : dynamic_cast<const PopupMenu&>(c).ListIndex());
+       return true;
+     }},
+    {"List", Is<Listbox, PopupMenu, ContextualMenu>, 1,
+     [](const Control& c, const Indexes& args, Value& out, std::string& error) {
+       return WithRows(c, [&](const auto& rows) {
+         if (!RowInRange(args[0], rows.ListCount(), error)) return false;
+         out = TextValue(rows.List(args[0]));
+         return true;
+       });
+     }},
+    {"Cell", Is<Listbox>, 2,
+     [](const Control& c, const Indexes& args, Value& out, std::string& error) {
+       const auto& l = dynamic_cast<const Listbox&>(c);
+       if (!CellInRange(l, args, error)) return false;
+       out = TextValue(l.Cell(args[0], args[1]));
+       return true;
+     }},
+    {"CellBold", Is<Listbox>, 2,
+     [](const Control& c, const Indexes& args, Value& out, std::string& error) {
+       const auto& l = dynamic_cast<const Listbox&>(c);
+       if (!CellInRange(l, args, error)) return false;
+       out = BoolValue(l.CellBold(args[0], args[1]));
+       return true;
+     }},
+};
 
 }  // namespace
 
@@ -345,17 +326,22 @@ std::string Value::Show() const {
 
 bool ReadProperty(const Control& c, const std::string& property, const std::vector<int>& args,
                   Value& out, std::string& error) {
-  try {
-    if (property == "List" || property == "ListCount" || property == "ListIndex" ||
-        property == "Cell" || property == "CellBold") {
-      if (ReadList(c, property, args, out, error)) return true;
-      if (!error.empty()) return false;
-    } else if (ReadPlain(c, property, out)) {
-      return WantArgs(property, args, 0, error);
+  for (const Property& p : kProperties) {
+    if (property != p.name || !p.of(c)) continue;
+    if (args.size() != p.args) {
+      if (p.args == 0) {
+        error = property + " takes no arguments";
+      } else {
+        error = property + " takes " + std::to_string(p.args) + (p.args == 1 ? " argument" : " arguments");
+      }
+      return false;
     }
-  } catch (const RuntimeException& e) {
-    error = std::string("reading it raised ") + e.ClassName();
-    return false;
+    try {
+      return p.read(c, args, out, error);
+    } catch (const RuntimeException& e) {
+      error = std::string("reading it raised ") + e.ClassName();
+      return false;
+    }
   }
   error = std::string("a ") + c.ClassName() + " has no property " + property;
   return false;

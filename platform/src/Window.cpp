@@ -187,6 +187,14 @@ bool Window::RunMenuHandler(const std::string& itemName) {
 
 bool Window::OwnProperty(const std::string&, std::string&) const { return false; }
 
+std::string NamedValue(const String& v) { return v.Utf8(); }
+
+std::string NamedValue(Single v) { return Str(v).Utf8(); }
+
+std::string NamedValue(Integer v) { return std::to_string(v); }
+
+std::string NamedValue(bool v) { return v ? "true" : "false"; }
+
 void Window::UserKey(const String& key) {
   using rbi::SameKey;
   bool isReturn = SameKey(key, Keys::Return) || SameKey(key, Keys::Enter);

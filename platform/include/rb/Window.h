@@ -65,7 +65,8 @@ class Window : public WindowDesign {
   bool HasMenuHandler(const std::string& itemName) const;
   bool RunMenuHandler(const std::string& itemName);
 
-  // Properties of the window's own, by name, for tests ("addresshaschanged").
+  // Properties of the window's own, by name, for tests ("addresshaschanged"), as NamedValue
+  // writes them.
   virtual bool OwnProperty(const std::string& name, std::string& value) const;
 
   // A key pressed with the focus in this window: KeyDown of the focused control first (True
@@ -103,6 +104,17 @@ class Window : public WindowDesign {
   bool shownOnce_ = false;
   int modalDepth_ = 0;
 };
+
+// A value as tests read it by name: a text as it stands, a Single as Str writes it, a whole number
+// in digits, a flag as "true" or "false", a reference as "nil" or "set".
+std::string NamedValue(const String& v);
+std::string NamedValue(Single v);
+std::string NamedValue(Integer v);
+std::string NamedValue(bool v);
+template <class T>
+std::string NamedValue(const Ref<T>& r) {
+  return r == nil ? "nil" : "set";
+}
 
 // The implicit instances: one per window class, built on first touch.
 class WindowRegistry {
