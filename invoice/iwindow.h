@@ -93,7 +93,7 @@ class iwindow : public Window {
   // The window's own properties, each once with its type and its value at start; their
   // declaration and OwnProperty's lookup by name follow from this list. addresshaschanged: the
   // address changed since it last went to the name book; id: the line the stock menu fills.
-#define IWINDOW_PROPERTIES(PROPERTY)         \
+#define IWINDOW_PROPERTIES(PROPERTY)           \
   PROPERTY(bool, addresshaschanged, false) \
   PROPERTY(Integer, id, 0)
 #define IWINDOW_DECLARE(type, name, start) type name = start;
