@@ -10,13 +10,7 @@ void Reset() {
 }
 
 bool Lookup(const std::string& name, std::string& value) {
-#define MODULE1_LOOKUP(type, global, start) \
-  if (name == #global) {                    \
-    value = NamedValue(global);             \
-    return true;                            \
-  }
-  MODULE1_GLOBALS(MODULE1_LOOKUP)
-#undef MODULE1_LOOKUP
+  MODULE1_GLOBALS(NAMED_VALUE_LOOKUP)
   return false;
 }
 

@@ -12,15 +12,15 @@ namespace {
 
 using namespace design;
 
-// Every control's face.
-const char* const kTimes = "Times";
-
 // The window itself; the menu bar is MenuBar1.
 const WindowDesign kWindow = {
     .Title = "Ledgerly - by Tobin Arle", .Width = 840, .Height = 631, .MinWidth = 64,
     .MinHeight = 64, .MaxWidth = 32000, .MaxHeight = 32000, .Frame = 0, .Placement = 2,
     .Resizeable = true, .CloseButton = true, .MaximizeButton = true, .MinimizeButton = true,
     .VisibleByDesign = true, .HasBackColor = false, .BackColor = 0xFFFFFF};
+
+// Every control's face.
+const char* const kTimes = "Times";
 
 // The ten lineitem rows, for i from 0 to 9, 28 pixels apart: the signs stand one pixel lower than
 // the fields. Row by row, the Tab key walks across number, description and price, and then to the
@@ -177,13 +177,7 @@ void iwindow::WireHandlers() {
 }
 
 bool iwindow::OwnProperty(const std::string& name, std::string& value) const {
-#define IWINDOW_LOOKUP(type, property, start) \
-  if (name == #property) {                    \
-    value = NamedValue(property);             \
-    return true;                              \
-  }
-  IWINDOW_PROPERTIES(IWINDOW_LOOKUP)
-#undef IWINDOW_LOOKUP
+  IWINDOW_PROPERTIES(NAMED_VALUE_LOOKUP)
   return Window::OwnProperty(name, value);
 }
 

@@ -6,6 +6,10 @@ namespace {
 
 using namespace design;
 
+const WindowDesign kWindow = {
+    .Title = "Untitled", .Width = 603, .Height = 300, .Frame = 8, .Placement = 0,
+    .Resizeable = true, .CloseButton = true};
+
 // The offsets, in points on the landscape page, of the block for each label of the picture. One
 // step right in the picture adds 300 to the top; one step down takes 400 from the left.
 struct LabelOffsets {
@@ -20,10 +24,6 @@ const LabelOffsets kOffsets[4] = {
     {"50",  "50"},   // label(2)
     {"350", "50"},   // label(3)
 };
-
-const WindowDesign kWindow = {
-    .Title = "Untitled", .Width = 603, .Height = 300, .Frame = 8, .Placement = 0,
-    .Resizeable = true, .CloseButton = true};
 
 const char* const kNote =
     "Tiger only!\rSelect a label - Standard 4 per sheet - click label to select";

@@ -6,12 +6,12 @@ namespace {
 
 using namespace design;
 
-constexpr Color kSheetGrey = 0xBEBCBC;
-
 const WindowDesign kWindow = {
     .Title = "Leopard Labeler for 4 up label sheets", .Width = 608, .Height = 323, .Frame = 8,
     .Placement = 1, .Resizeable = false, .CloseButton = true, .MaximizeButton = false,
     .MinimizeButton = false};
+
+constexpr Color kSheetGrey = 0xBEBCBC;
 
 const char* const kNote =
     "Leopard Only\rSelect a label - Standard 4 per sheet - click label to select";

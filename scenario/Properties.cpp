@@ -132,139 +132,84 @@ bool CellInRange(const Listbox& l, const std::vector<int>& args, std::string& er
 // A property's arguments: a row, or a row and a column.
 using Indexes = std::vector<int>;
 
-// Each property the runner reads, once: the classes that have it, how many arguments it takes,
-// and how it is read. A read answers False with a message when its row or column is not there.
+// Each property the runner reads, once: the classes that have it and how it is read. One with
+// arguments (a row, or a row and a column) answers False with a message when they name no cell.
 struct Property {
   const char* name;
   bool (*of)(const Control& c);
-  std::size_t args;
-  bool (*read)(const Control& c, const Indexes& args, Value& out, std::string& error);
+  Value (*get)(const Control& c);  // one with no arguments
+  std::size_t args = 0;
+  bool (*read)(const Control& c, const Indexes& at, Value& out, std::string& error) = nullptr;
 };
 
+// clang-format off
 const Property kProperties[] = {
-    {"Text", Is<TextControl, StaticText, PopupMenu, PushButton, CheckBox, GroupBox>, 0,
-     [](const Control& c, const Indexes&, Value& out, std::string&) {
-       if (const auto* t = dynamic_cast<const TextControl*>(&c)) out = TextValue(t->Text());
-       if (const auto* s = dynamic_cast<const StaticText*>(&c)) out = TextValue(s->Text());
-       if (const auto* p = dynamic_cast<const PopupMenu*>(&c)) out = TextValue(p->Text());
-       if (const auto* b = dynamic_cast<const PushButton*>(&c)) out = TextValue(b->Caption);
-       if (const auto* x = dynamic_cast<const CheckBox*>(&c)) out = TextValue(x->Caption);
-       if (const auto* g = dynamic_cast<const GroupBox*>(&c)) out = TextValue(g->Caption);
-       return true;
+    {"Text", Is<TextControl, StaticText, PopupMenu, PushButton, CheckBox, GroupBox>, [](const Control& c) {
+       if (const auto* t = dynamic_cast<const TextControl*>(&c)) return TextValue(t->Text());
+       if (const auto* s = dynamic_cast<const StaticText*>(&c)) return TextValue(s->Text());
+       if (const auto* p = dynamic_cast<const PopupMenu*>(&c)) return TextValue(p->Text());
+       if (const auto* b = dynamic_cast<const PushButton*>(&c)) return TextValue(b->Caption);
+       if (const auto* x = dynamic_cast<const CheckBox*>(&c)) return TextValue(x->Caption);
+       return TextValue(dynamic_cast<const GroupBox&>(c).Caption);
      }},
-    {"BackColor", Is<Control>, 0,
-     [](const Control& c, const Indexes&, Value& out, std::string&) {
-       out = ColourValue(c.BackColor());
-       return true;
+    {"BackColor", Is<Control>, [](const Control& c) { return ColourValue(c.BackColor()); }},
+    {"TextColor", Is<Control>, [](const Control& c) { return ColourValue(c.TextColor()); }},
+    {"FillColor", Is<RoundRectangle, Rectangle>, [](const Control& c) {
+       if (const auto* r = dynamic_cast<const RoundRectangle*>(&c)) return ColourValue(r->FillColor());
+       return ColourValue(dynamic_cast<const Rectangle&>(c).FillColor);
      }},
-    {"TextColor", Is<Control>, 0,
-     [](const Control& c, const Indexes&, Value& out, std::string&) {
-       out = ColourValue(c.TextColor());
-       return true;
+    {"BorderWidth", Is<RoundRectangle, Rectangle, Line>, [](const Control& c) {
+       if (const auto* r = dynamic_cast<const RoundRectangle*>(&c)) return IntValue(r->BorderWidth());
+       if (const auto* q = dynamic_cast<const Rectangle*>(&c)) return IntValue(q->BorderWidth);
+       return IntValue(dynamic_cast<const Line&>(c).BorderWidth);
      }},
-    {"FillColor", Is<RoundRectangle, Rectangle>, 0,
-     [](const Control& c, const Indexes&, Value& out, std::string&) {
-       if (const auto* r = dynamic_cast<const RoundRectangle*>(&c)) out = ColourValue(r->FillColor());
-       if (const auto* q = dynamic_cast<const Rectangle*>(&c)) out = ColourValue(q->FillColor);
-       return true;
+    {"ReadOnly", Is<TextControl>, [](const Control& c) { return BoolValue(dynamic_cast<const TextControl&>(c).ReadOnly()); }},
+    {"SelStart", Is<TextControl>, [](const Control& c) { return IntValue(dynamic_cast<const TextControl&>(c).SelStart()); }},
+    {"SelLength", Is<TextControl>, [](const Control& c) { return IntValue(dynamic_cast<const TextControl&>(c).SelLength()); }},
+    {"Enabled", Is<Control>, [](const Control& c) { return BoolValue(c.Enabled()); }},
+    {"Visible", Is<Control>, [](const Control& c) { return BoolValue(c.Visible()); }},
+    {"Value", Is<CheckBox>, [](const Control& c) { return BoolValue(dynamic_cast<const CheckBox&>(c).Value()); }},
+    {"Underline", Is<Control>, [](const Control& c) { return BoolValue(c.Underline()); }},
+    {"Bold", Is<Control>, [](const Control& c) { return BoolValue(c.Bold()); }},
+    {"Italic", Is<Control>, [](const Control& c) { return BoolValue(c.Italic()); }},
+    {"TextFont", Is<Control>, [](const Control& c) { return TextValue(c.TextFont()); }},
+    {"Backdrop", Is<Canvas>, [](const Control& c) {
+       Value v;
+       v.kind = Value::Word;
+       v.text = dynamic_cast<const Canvas&>(c).Backdrop() == nil ? "none" : "picture";
+       return v;
      }},
-    {"BorderWidth", Is<RoundRectangle, Rectangle, Line>, 0,
-     [](const Control& c, const Indexes&, Value& out, std::string&) {
-       if (const auto* r = dynamic_cast<const RoundRectangle*>(&c)) out = IntValue(r->BorderWidth());
-       if (const auto* q = dynamic_cast<const Rectangle*>(&c)) out = IntValue(q->BorderWidth);
-       if (const auto* l = dynamic_cast<const Line*>(&c)) out = IntValue(l->BorderWidth);
-       return true;
+    {"ListCount", Is<Listbox, PopupMenu, ContextualMenu>, [](const Control& c) {
+       return IntValue(WithRows(c, [](const auto& rows) { return rows.ListCount(); }));
      }},
-    {"ReadOnly", Is<TextControl>, 0,
-     [](const Control& c, const Indexes&, Value& out, std::string&) {
-       out = BoolValue(dynamic_cast<const TextControl&>(c).ReadOnly());
-       return true;
-     }},
-    {"SelStart", Is<TextControl>, 0,
-     [](const Control& c, const Indexes&, Value& out, std::string&) {
-       out = IntValue(dynamic_cast<const TextControl&>(c).SelStart());
-       return true;
-     }},
-    {"SelLength", Is<TextControl>, 0,
-     [](const Control& c, const Indexes&, Value& out, std::string&) {
-       out = IntValue(dynamic_cast<const TextControl&>(c).SelLength());
-       return true;
-     }},
-    {"Enabled", Is<Control>, 0,
-     [](const Control& c, const Indexes&, Value& out, std::string&) {
-       out = BoolValue(c.Enabled());
-       return true;
-     }},
-    {"Visible", Is<Control>, 0,
-     [](const Control& c, const Indexes&, Value& out, std::string&) {
-       out = BoolValue(c.Visible());
-       return true;
-     }},
-    {"Value", Is<CheckBox>, 0,
-     [](const Control& c, const Indexes&, Value& out, std::string&) {
-       out = BoolValue(dynamic_cast<const CheckBox&>(c).Value());
-       return true;
-     }},
-    {"Underline", Is<Control>, 0,
-     [](const Control& c, const Indexes&, Value& out, std::string&) {
-       out = BoolValue(c.Underline());
-       return true;
-     }},
-    {"Bold", Is<Control>, 0,
-     [](const Control& c, const Indexes&, Value& out, std::string&) {
-       out = BoolValue(c.Bold());
-       return true;
-     }},
-    {"Italic", Is<Control>, 0,
-     [](const Control& c, const Indexes&, Value& out, std::string&) {
-       out = BoolValue(c.Italic());
-       return true;
-     }},
-    {"TextFont", Is<Control>, 0,
-     [](const Control& c, const Indexes&, Value& out, std::string&) {
-       out = TextValue(c.TextFont());
-       return true;
-     }},
-    {"Backdrop", Is<Canvas>, 0,
-     [](const Control& c, const Indexes&, Value& out, std::string&) {
-       out.kind = Value::Word;
-       out.text = dynamic_cast<const Canvas&>(c).Backdrop() == nil ? "none" : "picture";
-       return true;
-     }},
-    {"ListCount", Is<Listbox, PopupMenu, ContextualMenu>, 0,
-     [](const Control& c, const Indexes&, Value& out, std::string&) {
-       out = IntValue(WithRows(c, [](const auto& rows) { return rows.ListCount(); }));
-       return true;
-     }},
-    {"ListIndex", Is<Listbox, PopupMenu>, 0,
-     [](const Control& c, const Indexes&, Value& out, std::string&) {
+    {"ListIndex", Is<Listbox, PopupMenu>, [](const Control& c) {
        const auto* l = dynamic_cast<const Listbox*>(&c);
-       out = IntValue(l ? l->ListIndex() : dynamic_cast<const PopupMenu&>(c).ListIndex());
-       return true;
+       return IntValue(l ? l->ListIndex() : dynamic_cast<const PopupMenu&>(c).ListIndex());
      }},
-    {"List", Is<Listbox, PopupMenu, ContextualMenu>, 1,
-     [](const Control& c, const Indexes& args, Value& out, std::string& error) {
+    {"List", Is<Listbox, PopupMenu, ContextualMenu>, nullptr, 1,
+     [](const Control& c, const Indexes& at, Value& out, std::string& error) {
        return WithRows(c, [&](const auto& rows) {
-         if (!RowInRange(args[0], rows.ListCount(), error)) return false;
-         out = TextValue(rows.List(args[0]));
+         if (!RowInRange(at[0], rows.ListCount(), error)) return false;
+         out = TextValue(rows.List(at[0]));
          return true;
        });
      }},
-    {"Cell", Is<Listbox>, 2,
-     [](const Control& c, const Indexes& args, Value& out, std::string& error) {
+    {"Cell", Is<Listbox>, nullptr, 2,
+     [](const Control& c, const Indexes& at, Value& out, std::string& error) {
        const auto& l = dynamic_cast<const Listbox&>(c);
-       if (!CellInRange(l, args, error)) return false;
-       out = TextValue(l.Cell(args[0], args[1]));
+       if (!CellInRange(l, at, error)) return false;
+       out = TextValue(l.Cell(at[0], at[1]));
        return true;
      }},
-    {"CellBold", Is<Listbox>, 2,
-     [](const Control& c, const Indexes& args, Value& out, std::string& error) {
+    {"CellBold", Is<Listbox>, nullptr, 2,
+     [](const Control& c, const Indexes& at, Value& out, std::string& error) {
        const auto& l = dynamic_cast<const Listbox&>(c);
-       if (!CellInRange(l, args, error)) return false;
-       out = BoolValue(l.CellBold(args[0], args[1]));
+       if (!CellInRange(l, at, error)) return false;
+       out = BoolValue(l.CellBold(at[0], at[1]));
        return true;
      }},
 };
+// clang-format on
 
 }  // namespace
 
@@ -337,6 +282,10 @@ bool ReadProperty(const Control& c, const std::string& property, const std::vect
       return false;
     }
     try {
+      if (p.read == nullptr) {
+        out = p.get(c);
+        return true;
+      }
       return p.read(c, args, out, error);
     } catch (const RuntimeException& e) {
       error = std::string("reading it raised ") + e.ClassName();

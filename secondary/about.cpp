@@ -10,14 +10,14 @@ namespace {
 
 using namespace design;
 
+const WindowDesign kWindow = {
+    .Title = "About Ledgerly", .Width = 465, .Height = 298, .Frame = 1, .Placement = 1};
+
 // Three paragraphs with an empty line between them; line breaks are Chr(13).
 const std::string kAboutText =
     std::string("Ledgerly was written by Tobin Arle.") + "\r\r" +
     "Its aim is to be as simple to use as possible and yet be useable as an invoice programme." +
     "\r\r" + "Problems, wish list, bug reports etc. To " + credits::kContactAddress;
-
-const WindowDesign kWindow = {
-    .Title = "About Ledgerly", .Width = 465, .Height = 298, .Frame = 1, .Placement = 1};
 
 // The link takes the face "geneva" when it opens.
 // clang-format off

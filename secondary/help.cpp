@@ -10,6 +10,9 @@ namespace {
 
 using namespace design;
 
+const WindowDesign kWindow = {
+    .Title = "Ledgerly help", .Width = 570, .Height = 610, .Frame = 1, .Placement = 0};
+
 // The help text, group by group: the lines of a group follow each other, and an empty line stands
 // between groups.
 const std::vector<std::vector<std::string>> kHelpGroups = {
@@ -69,9 +72,6 @@ std::string helptext() {
 }
 
 const std::string kHelpText = helptext();
-
-const WindowDesign kWindow = {
-    .Title = "Ledgerly help", .Width = 570, .Height = 610, .Frame = 1, .Placement = 0};
 
 // The text grows with the window, and Close keeps its distance to the bottom.
 // clang-format off

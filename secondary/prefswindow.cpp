@@ -9,6 +9,9 @@ namespace {
 
 using namespace design;
 
+const WindowDesign kWindow = {
+    .Title = "Ledgerly preferences", .Width = 750, .Height = 623, .Frame = 2, .Placement = 1};
+
 // The design texts with line breaks, which are Chr(13); they are the defaults the program works
 // with until a prefsfile has been saved.
 const char* const kReminderText =
@@ -17,9 +20,6 @@ const char* const kReceiptText = "Received with thanks\r\rThank you.\r\rsigned:"
 const char* const kTermsCaption =
     "Text for standard terms and conditions. (Prints in light gray - 255 chrs max. Leave blank if "
     "not wanted.)";
-
-const WindowDesign kWindow = {
-    .Title = "Ledgerly preferences", .Width = 750, .Height = 623, .Frame = 2, .Placement = 1};
 
 // A control inside a group box stands in the focus order where its group stands.
 // clang-format off

@@ -8,12 +8,12 @@ namespace {
 
 using namespace design;
 
+const WindowDesign kWindow = {
+    .Title = "Stock window", .Width = 469, .Height = 430, .Frame = 8, .Placement = 1};
+
 const char* const kHowTo =
     "Click add item and then click on \">\" to enter description. Click in the price column to "
     "enter the price. Press enter when done.";
-
-const WindowDesign kWindow = {
-    .Title = "Stock window", .Width = 469, .Height = 430, .Frame = 8, .Placement = 1};
 
 // clang-format off
 const Row kControls[] = {

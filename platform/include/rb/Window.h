@@ -116,6 +116,15 @@ std::string NamedValue(const Ref<T>& r) {
   return r == nil ? "nil" : "set";
 }
 
+// One entry of a lookup by name, for a list of entries ENTRY(type, variable, start): inside a
+// function of arguments `name` and `value`, it answers `name` with the variable, as NamedValue
+// writes it.
+#define NAMED_VALUE_LOOKUP(type, variable, start) \
+  if (name == #variable) {                        \
+    value = NamedValue(variable);                 \
+    return true;                                  \
+  }
+
 // The implicit instances: one per window class, built on first touch.
 class WindowRegistry {
  public:
