@@ -56,13 +56,13 @@ QString Caption(const String& text) {
 // ---- LabelView ---------------------------------------------------------------------------
 
 LabelView::LabelView(StaticText& c, QWidget* form, DesktopScreen& screen)
-    : ControlView(c, screen), text_(c), label_(new ClickLabel(c, form)) {
-  label_->setTextFormat(Qt::PlainText);
-  label_->setFocusPolicy(Qt::NoFocus);
-  label_->setWordWrap(c.Multiline);
+    : WidgetView(c, new ClickLabel(c, form), screen) {
+  widget_->setTextFormat(Qt::PlainText);
+  widget_->setFocusPolicy(Qt::NoFocus);
+  widget_->setWordWrap(c.Multiline);
   const Qt::Alignment h = c.TextAlign == 1 ? Qt::AlignHCenter : c.TextAlign == 2 ? Qt::AlignRight : Qt::AlignLeft;
-  label_->setAlignment(h | Qt::AlignTop);
-  label_->setContentsMargins(0, 0, 0, 0);
+  widget_->setAlignment(h | Qt::AlignTop);
+  widget_->setContentsMargins(0, 0, 0, 0);
   SyncAll();
   Sync(Prop::Text);
   Sync(Prop::TextColor);
@@ -72,7 +72,7 @@ LabelView::LabelView(StaticText& c, QWidget* form, DesktopScreen& screen)
 void LabelView::Sync(Prop what) {
   switch (what) {
     case Prop::Text:
-      label_->setText(ToWidgetText(text_.Text()));
+      widget_->setText(ToWidgetText(shown_.Text()));
       Fit();
       break;
     case Prop::Font:
@@ -81,11 +81,11 @@ void LabelView::Sync(Prop what) {
       break;
     case Prop::TextColor:
     case Prop::BackColor: {
-      QPalette pal = label_->palette();
-      pal.setColor(QPalette::WindowText, ToQColor(text_.TextColor()));
-      pal.setColor(QPalette::Window, ToQColor(text_.BackColor()));
-      label_->setPalette(pal);
-      label_->setAutoFillBackground(text_.HasBackColor);
+      QPalette pal = widget_->palette();
+      pal.setColor(QPalette::WindowText, ToQColor(shown_.TextColor()));
+      pal.setColor(QPalette::Window, ToQColor(shown_.BackColor()));
+      widget_->setPalette(pal);
+      widget_->setAutoFillBackground(shown_.HasBackColor);
       break;
     }
     default: ControlView::Sync(what); break;
@@ -97,10 +97,10 @@ void LabelView::Sync(Prop what) {
 void LabelView::Fit() {
   const Control& c = control();
   QRect box(c.Left, c.Top, c.Width, c.Height);
-  if (!label_->wordWrap()) {
-    const QFontMetrics metrics(label_->font());
+  if (!widget_->wordWrap()) {
+    const QFontMetrics metrics(widget_->font());
     int need = 0;
-    for (const QString& line : label_->text().split(QLatin1Char('\n')))
+    for (const QString& line : widget_->text().split(QLatin1Char('\n')))
       need = std::max(need, metrics.horizontalAdvance(line) + 1);
     const int extra = need - c.Width;
     if (extra > 0) {
@@ -109,7 +109,7 @@ void LabelView::Fit() {
       else box.adjust(0, 0, extra, 0);
     }
   }
-  label_->setGeometry(box);
+  widget_->setGeometry(box);
 }
 
 // ---- PopupView ---------------------------------------------------------------------------
@@ -160,15 +160,15 @@ void PopupModel::Reset() {
 }
 
 PopupView::PopupView(PopupMenu& c, QWidget* form, DesktopScreen& screen)
-    : ControlView(c, screen), popup_(c), combo_(new PopupCombo(form)), model_(new PopupModel(c, combo_)) {
+    : WidgetView(c, new PopupCombo(form), screen), model_(new PopupModel(c, widget_)) {
   static const bool factory = (QAccessible::installFactory(PopupAccessibleFactory), true);
   (void)factory;
-  combo_->setFocusPolicy(Qt::NoFocus);
-  combo_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-  combo_->setMinimumContentsLength(0);
-  combo_->setModel(model_);
-  QObject::connect(combo_, &QComboBox::activated, combo_, [this](int row) {
-    Guard([&] { popup_.UserSelect(row); });
+  widget_->setFocusPolicy(Qt::NoFocus);
+  widget_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  widget_->setMinimumContentsLength(0);
+  widget_->setModel(model_);
+  QObject::connect(widget_, &QComboBox::activated, widget_, [this](int row) {
+    Guard([&] { shown_.UserSelect(row); });
     SyncIndex();
   });
   SyncAll();
@@ -179,7 +179,7 @@ void PopupView::Sync(Prop what) {
   switch (what) {
     case Prop::Rows:
       // A refill adds its rows one by one: they are taken in once, when the event loop comes round.
-      RunOnceLater(combo_, rowsPending_, [this] { SyncRows(); });
+      RunOnceLater(widget_, rowsPending_, [this] { SyncRows(); });
       break;
     case Prop::ListIndex:
     case Prop::Text: SyncIndex(); break;
@@ -189,28 +189,28 @@ void PopupView::Sync(Prop what) {
 
 void PopupView::SyncRows() {
   rowsPending_ = false;
-  const QSignalBlocker block(combo_);
+  const QSignalBlocker block(widget_);
   model_->Reset();
   SyncIndex();
 }
 
 void PopupView::SyncIndex() {
   if (rowsPending_) return;
-  const QSignalBlocker block(combo_);
-  combo_->setCurrentIndex(popup_.ListIndex() < combo_->count() ? popup_.ListIndex() : -1);
+  const QSignalBlocker block(widget_);
+  widget_->setCurrentIndex(shown_.ListIndex() < widget_->count() ? shown_.ListIndex() : -1);
 }
 
 // ---- ButtonView --------------------------------------------------------------------------
 
 ButtonView::ButtonView(PushButton& c, QWidget* form, DesktopScreen& screen)
-    : ControlView(c, screen), push_(c), button_(new QPushButton(form)) {
+    : WidgetView(c, new QPushButton(form), screen) {
   // The field or list that has the focus keeps it: stockwindow's list relies on that.
-  button_->setFocusPolicy(Qt::NoFocus);
-  button_->setAutoDefault(false);
-  button_->setDefault(c.Default);
-  QObject::connect(button_, &QPushButton::clicked, button_, [this] {
-    const QPoint p = ClickPoint(button_);
-    Guard([&] { push_.UserClick(p.x(), p.y(), false); });
+  widget_->setFocusPolicy(Qt::NoFocus);
+  widget_->setAutoDefault(false);
+  widget_->setDefault(c.Default);
+  QObject::connect(widget_, &QPushButton::clicked, widget_, [this] {
+    const QPoint p = ClickPoint(widget_);
+    Guard([&] { shown_.UserClick(p.x(), p.y(), false); });
   });
   SyncAll();
   Sync(Prop::Caption);
@@ -218,7 +218,7 @@ ButtonView::ButtonView(PushButton& c, QWidget* form, DesktopScreen& screen)
 
 void ButtonView::Sync(Prop what) {
   if (what == Prop::Caption) {
-    button_->setText(Caption(push_.Caption));
+    widget_->setText(Caption(shown_.Caption));
     return;
   }
   ControlView::Sync(what);
@@ -227,11 +227,11 @@ void ButtonView::Sync(Prop what) {
 // ---- CheckView ---------------------------------------------------------------------------
 
 CheckView::CheckView(CheckBox& c, QWidget* form, DesktopScreen& screen)
-    : ControlView(c, screen), check_(c), box_(new QCheckBox(form)) {
-  box_->setFocusPolicy(Qt::NoFocus);
-  QObject::connect(box_, &QCheckBox::clicked, box_, [this] {
-    const QPoint p = ClickPoint(box_);
-    Guard([&] { check_.UserClick(p.x(), p.y(), false); });
+    : WidgetView(c, new QCheckBox(form), screen) {
+  widget_->setFocusPolicy(Qt::NoFocus);
+  QObject::connect(widget_, &QCheckBox::clicked, widget_, [this] {
+    const QPoint p = ClickPoint(widget_);
+    Guard([&] { shown_.UserClick(p.x(), p.y(), false); });
     Sync(Prop::Value);
   });
   SyncAll();
@@ -241,10 +241,10 @@ CheckView::CheckView(CheckBox& c, QWidget* form, DesktopScreen& screen)
 
 void CheckView::Sync(Prop what) {
   switch (what) {
-    case Prop::Caption: box_->setText(Caption(check_.Caption)); break;
+    case Prop::Caption: widget_->setText(Caption(shown_.Caption)); break;
     case Prop::Value: {
-      const QSignalBlocker block(box_);
-      box_->setChecked(check_.Value());
+      const QSignalBlocker block(widget_);
+      widget_->setChecked(shown_.Value());
       break;
     }
     default: ControlView::Sync(what); break;

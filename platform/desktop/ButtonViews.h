@@ -12,16 +12,13 @@
 
 namespace desk {
 
-class LabelView : public ControlView {
+class LabelView : public WidgetView<StaticText, QLabel> {
  public:
   LabelView(StaticText& c, QWidget* form, DesktopScreen& screen);
-  QWidget* widget() const override { return label_; }
   void Sync(Prop what) override;
 
  private:
   void Fit();
-  StaticText& text_;
-  QLabel* label_;
 };
 
 // The rows of a popup as the combo box sees them: read from the control itself, no copy. The
@@ -48,41 +45,28 @@ class PopupCombo : public QComboBox {
   using QComboBox::QComboBox;
 };
 
-class PopupView : public ControlView {
+class PopupView : public WidgetView<PopupMenu, PopupCombo> {
  public:
   PopupView(PopupMenu& c, QWidget* form, DesktopScreen& screen);
-  QWidget* widget() const override { return combo_; }
   void Sync(Prop what) override;
 
  private:
   void SyncRows();
   void SyncIndex();
-  PopupMenu& popup_;
-  PopupCombo* combo_;
   PopupModel* model_;
   bool rowsPending_ = false;
 };
 
-class ButtonView : public ControlView {
+class ButtonView : public WidgetView<PushButton, QPushButton> {
  public:
   ButtonView(PushButton& c, QWidget* form, DesktopScreen& screen);
-  QWidget* widget() const override { return button_; }
   void Sync(Prop what) override;
-
- private:
-  PushButton& push_;
-  QPushButton* button_;
 };
 
-class CheckView : public ControlView {
+class CheckView : public WidgetView<CheckBox, QCheckBox> {
  public:
   CheckView(CheckBox& c, QWidget* form, DesktopScreen& screen);
-  QWidget* widget() const override { return box_; }
   void Sync(Prop what) override;
-
- private:
-  CheckBox& check_;
-  QCheckBox* box_;
 };
 
 // "&" is a plain character in the program's captions.

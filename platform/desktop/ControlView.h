@@ -47,6 +47,19 @@ class ControlView {
   std::unique_ptr<QObject> hover_;
 };
 
+// A control of class C shown by one widget of class W.
+template <class C, class W>
+class WidgetView : public ControlView {
+ public:
+  QWidget* widget() const override { return widget_; }
+
+ protected:
+  WidgetView(C& c, W* widget, DesktopScreen& screen)
+      : ControlView(c, screen), shown_(c), widget_(widget) {}
+  C& shown_;
+  W* widget_;
+};
+
 // Runs `run` once when the event loop comes round, however many times it is asked for before
 // then; `pending` says it is asked for, and `run` clears it. True when this call asked.
 bool RunOnceLater(QObject* context, bool& pending, std::function<void()> run);

@@ -125,21 +125,22 @@ class ShapeWidget : public QWidget {
   Control& control_;
 };
 
+// A group box is Qt's own; the other shapes are drawn by their kind.
+QWidget* MakeShape(Control& c, QWidget* form) {
+  if (auto* g = dynamic_cast<GroupBox*>(&c)) return new QGroupBox(Caption(g->Caption), form);
+  return new ShapeWidget(c, form);
+}
+
 }  // namespace
 
 CanvasView::CanvasView(Canvas& c, QWidget* form, DesktopScreen& screen)
-    : ControlView(c, screen), widget_(new CanvasWidget(c, screen, form)) {
+    : WidgetView(c, new CanvasWidget(c, screen, form), screen) {
   widget_->setFocusPolicy(Qt::NoFocus);
   SyncAll();
 }
 
-ShapeView::ShapeView(Control& c, QWidget* form, DesktopScreen& screen) : ControlView(c, screen) {
-  if (auto* g = dynamic_cast<GroupBox*>(&c)) {
-    auto* box = new QGroupBox(Caption(g->Caption), form);
-    widget_ = box;
-  } else {
-    widget_ = new ShapeWidget(c, form);
-  }
+ShapeView::ShapeView(Control& c, QWidget* form, DesktopScreen& screen)
+    : WidgetView(c, MakeShape(c, form), screen) {
   widget_->setFocusPolicy(Qt::NoFocus);
   // Drawn as designed, and nothing more: clicks go to what lies under or over them.
   const bool passive = !dynamic_cast<RoundRectangle*>(&c);
@@ -156,7 +157,7 @@ ShapeView::ShapeView(Control& c, QWidget* form, DesktopScreen& screen) : Control
 void ShapeView::Sync(Prop what) {
   if (what == Prop::Caption) {
     if (auto* box = qobject_cast<QGroupBox*>(widget_))
-      box->setTitle(Caption(static_cast<GroupBox&>(control()).Caption));
+      box->setTitle(Caption(static_cast<GroupBox&>(shown_).Caption));
     return;
   }
   ControlView::Sync(what);

@@ -7,24 +7,16 @@
 
 namespace desk {
 
-class CanvasView : public ControlView {
+class CanvasView : public WidgetView<Canvas, QWidget> {
  public:
   CanvasView(Canvas& c, QWidget* form, DesktopScreen& screen);
-  QWidget* widget() const override { return widget_; }
-
- private:
-  QWidget* widget_;
 };
 
 // Every other control with a place on the window: drawn by its kind.
-class ShapeView : public ControlView {
+class ShapeView : public WidgetView<Control, QWidget> {
  public:
   ShapeView(Control& c, QWidget* form, DesktopScreen& screen);
-  QWidget* widget() const override { return widget_; }
   void Sync(Prop what) override;
-
- private:
-  QWidget* widget_;
 };
 
 }  // namespace desk
