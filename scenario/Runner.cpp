@@ -186,11 +186,17 @@ void Runner::Execute(const Command& c) {
                      verb->handler == &Runner::Quit || verb->handler == &Runner::Restart;
   std::size_t before = screen_->exceptions.size();
   try {
-    (this->*verb->handler)(a);
+    // A step is an event, as a person's key is on the desktop; a check only reads.
+    if (check) {
+      (this->*verb->handler)(a);
+    } else {
+      RunEvent([&] { (this->*verb->handler)(a); });
+    }
   } catch (const RuntimeException& e) {
-    if (check) Fail(c.where, Render(c.tokens, 1), std::string("reading raised ") + e.ClassName());
-    // What the platform's handler runner did not catch ends here, as any event would.
-    screen_->UnhandledException(e);
+    Fail(c.where, Render(c.tokens, 1), std::string("reading raised ") + e.ClassName());
+  } catch (const ProgramEnded& end) {
+    running_ = false;
+    Fail(c.where, "the program going on", "it ended on " + end.className + " (" + end.what + ")");
   }
   if (runsProgram) {
     lastFrom_ = before;

@@ -91,6 +91,12 @@ void TestScreen::UnhandledException(const RuntimeException& e) {
   exceptions.push_back({e.ClassName(), e.what(), now, false});
 }
 
+void TestScreen::Defect(const std::string& className, const std::string& what) {
+  exceptions.push_back({className, what, now, false});
+  ended = true;
+  throw ProgramEnded{className, what};
+}
+
 void TestScreen::RunModal(Window& w) {
   std::optional<Answer> a = Take(Answer::Modal, "modal " + w.ClassName());
   if (!a) return;

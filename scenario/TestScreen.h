@@ -50,6 +50,13 @@ struct ReportedException {
   bool checked = false;
 };
 
+// A defect ends the program: Defect records it and throws this, which derives from nothing the
+// platform catches, so it unwinds through every handler to whoever runs the program.
+struct ProgramEnded {
+  std::string className;
+  std::string what;
+};
+
 struct PrintJob {
   std::vector<DrawOp> ops;
   std::string orientation;  // portrait, landscape, or default when the program gave no setup
@@ -63,6 +70,8 @@ class TestScreen : public Screen {
   void ShowURL(const String& url) override { urls.push_back(url.Utf8()); }
   void Quit(Integer code) override;
   void UnhandledException(const RuntimeException& e) override;
+  // Recorded with the exceptions, then ends the program by throwing ProgramEnded.
+  [[noreturn]] void Defect(const std::string& className, const std::string& what) override;
   void RunModal(Window& w) override;
   Ref<FolderItem> OpenFileDialog(const String& filter) override;
   std::optional<Integer> ContextualMenu(const std::vector<String>& rows) override;

@@ -11,6 +11,7 @@
 
 #include "DesktopScreen.h"
 #include "QtText.h"
+#include "rb/Window.h"
 
 namespace desk {
 
@@ -31,7 +32,7 @@ class ClickLabel : public QLabel {
     if (!pressed_) return;
     pressed_ = false;
     const QPoint p = e->position().toPoint();
-    Guard([&] { control_.UserClick(p.x(), p.y(), contextual_); });
+    RunEvent([&] { control_.UserClick(p.x(), p.y(), contextual_); });
   }
 
  private:
@@ -168,7 +169,7 @@ PopupView::PopupView(PopupMenu& c, QWidget* form, DesktopScreen& screen)
   widget_->setMinimumContentsLength(0);
   widget_->setModel(model_);
   QObject::connect(widget_, &QComboBox::activated, widget_, [this](int row) {
-    Guard([&] { shown_.UserSelect(row); });
+    RunEvent([&] { shown_.UserSelect(row); });
     SyncIndex();
   });
   SyncAll();
@@ -210,7 +211,7 @@ ButtonView::ButtonView(PushButton& c, QWidget* form, DesktopScreen& screen)
   widget_->setDefault(c.Default);
   QObject::connect(widget_, &QPushButton::clicked, widget_, [this] {
     const QPoint p = ClickPoint(widget_);
-    Guard([&] { shown_.UserClick(p.x(), p.y(), false); });
+    RunEvent([&] { shown_.UserClick(p.x(), p.y(), false); });
   });
   SyncAll();
   Sync(Prop::Caption);
@@ -231,7 +232,7 @@ CheckView::CheckView(CheckBox& c, QWidget* form, DesktopScreen& screen)
   widget_->setFocusPolicy(Qt::NoFocus);
   QObject::connect(widget_, &QCheckBox::clicked, widget_, [this] {
     const QPoint p = ClickPoint(widget_);
-    Guard([&] { shown_.UserClick(p.x(), p.y(), false); });
+    RunEvent([&] { shown_.UserClick(p.x(), p.y(), false); });
     Sync(Prop::Value);
   });
   SyncAll();

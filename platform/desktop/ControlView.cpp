@@ -10,6 +10,7 @@
 #include "ListboxView.h"
 #include "ShapeViews.h"
 #include "TextViews.h"
+#include "rb/Window.h"
 
 namespace desk {
 
@@ -21,8 +22,8 @@ class HoverWatch : public QObject {
 
  protected:
   bool eventFilter(QObject*, QEvent* e) override {
-    if (e->type() == QEvent::Enter) Guard([&] { control_.UserMouseEnter(); });
-    if (e->type() == QEvent::Leave) Guard([&] { control_.UserMouseExit(); });
+    if (e->type() == QEvent::Enter) RunEvent([&] { control_.UserMouseEnter(); });
+    if (e->type() == QEvent::Leave) RunEvent([&] { control_.UserMouseExit(); });
     return false;
   }
 

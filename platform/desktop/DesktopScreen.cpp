@@ -14,6 +14,8 @@
 #include <QWindow>
 #include <algorithm>
 #include <cctype>
+#include <cstdio>
+#include <cstdlib>
 
 #include "ControlView.h"
 #include "DesktopStyle.h"
@@ -47,16 +49,6 @@ QString ExceptionText(const char* className, const char* what) {
 }
 
 }  // namespace
-
-void Guard(const std::function<void()>& body) {
-  try {
-    body();
-  } catch (const RuntimeException& e) {
-    CurrentScreen().UnhandledException(e);
-  } catch (const std::exception& e) {
-    CurrentScreen().UnhandledException(RuntimeException(e.what()));
-  }
-}
 
 DesktopScreen::DesktopScreen() {
   // The platform decides when the program ends: hiding the last window is no quit.
@@ -118,6 +110,22 @@ void DesktopScreen::UnhandledException(const RuntimeException& e) {
   } else {
     show();
   }
+}
+
+// The report is written to the error stream too, and shown unless a paint is under way, when no
+// dialog can come up; then the program ends, leaving a core for whoever mends it.
+void DesktopScreen::Defect(const std::string& className, const std::string& what) {
+  const QString text = ExceptionText(className.c_str(), what.c_str()) +
+                       QStringLiteral("\n\nThe program ends.");
+  std::fprintf(stderr, "%s\n", text.toLocal8Bit().constData());
+  if (painting_ == 0) {
+    ReleaseViews();
+    OutermostScope outermost;
+    QMessageBox box(QMessageBox::Critical, QString(), text, QMessageBox::Ok, FrontWidget());
+    MakeModal(box);
+    box.exec();
+  }
+  std::abort();
 }
 
 void DesktopScreen::RunModal(Window& w) {
@@ -288,7 +296,7 @@ void DesktopScreen::ChooseItem(const std::string& name) {
   QClipboard* clipboard = QGuiApplication::clipboard();
   if (n == "editpaste" && clipboard && !clipboard->text().isEmpty())
     Clipboard() = String(FromWidgetText(clipboard->text()));
-  Guard([&] { ChooseMenuItem(name); });
+  RunEvent([&] { ChooseMenuItem(name); });
   if ((n == "editcut" || n == "editcopy") && clipboard && !Clipboard().IsEmpty())
     clipboard->setText(ToWidgetText(Clipboard()));
   RefreshMenus();

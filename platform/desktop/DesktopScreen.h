@@ -31,6 +31,7 @@ class DesktopScreen : public QObject, public Screen {
   void ShowURL(const String& url) override;
   void Quit(Integer code) override;
   void UnhandledException(const RuntimeException& e) override;
+  [[noreturn]] void Defect(const std::string& className, const std::string& what) override;
   void RunModal(Window& w) override;
   Ref<FolderItem> OpenFileDialog(const String& filter) override;
   std::optional<Integer> ContextualMenu(const std::vector<String>& rows) override;
@@ -91,9 +92,5 @@ class DesktopScreen : public QObject, public Screen {
   int quitCode_ = 0;
   int painting_ = 0;
 };
-
-// Runs platform code from a Qt event: a runtime exception that got this far is reported through
-// the screen and never passed into Qt's event loop.
-void Guard(const std::function<void()>& body);
 
 }  // namespace desk

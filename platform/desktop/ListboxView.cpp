@@ -76,7 +76,7 @@ class CellDelegate : public QStyledItemDelegate {
       painter->translate(option.rect.topLeft());
       Graphics g(std::make_unique<PainterSurface>(painter));
       view_.screen().BeginPaint();
-      Guard([&] {
+      RunEvent([&] {
         list.PaintCellText(g, row, column);
         if (row >= list.ListCount()) return;
         const QFontMetricsF metrics(FontFor(g.State()));
@@ -121,18 +121,18 @@ class ListTable : public QTableView {
     dragging_ = false;
     const int from = pressRow_, to = DropRow(e->position().toPoint());
     pressRow_ = -1;
-    Guard([&] { view_.list().UserDrag(from, to); });
+    RunEvent([&] { view_.list().UserDrag(from, to); });
     viewport()->update();
   }
   void keyPressEvent(QKeyEvent* e) override {
     Window* w = view_.list().ParentWindow();
     if (!w || IsCommandKey(*e)) return;
     if (e->key() == Qt::Key_Backtab) {
-      Guard([&] { w->FocusNext(true); });
+      RunEvent([&] { w->FocusNext(true); });
       return;
     }
-    if (w->Focus() != &view_.list()) Guard([&] { w->SetFocus(&view_.list()); });
-    for (const String& key : PlatformKeys(*e)) Guard([&] { w->UserKey(key); });
+    if (w->Focus() != &view_.list()) RunEvent([&] { w->SetFocus(&view_.list()); });
+    for (const String& key : PlatformKeys(*e)) RunEvent([&] { w->UserKey(key); });
   }
   void focusInEvent(QFocusEvent* e) override {
     QTableView::focusInEvent(e);
@@ -170,7 +170,7 @@ class ListTable : public QTableView {
     pressPos_ = p;
     dragging_ = false;
     const QRect cell = row >= 0 ? visualRect(model()->index(row, column)) : QRect();
-    Guard([&] { list.UserCellClick(row, column, p.x() - cell.x(), p.y() - cell.y()); });
+    RunEvent([&] { list.UserCellClick(row, column, p.x() - cell.x(), p.y() - cell.y()); });
   }
   int DropRow(const QPoint& p) const {
     const int count = view_.list().ListCount();
@@ -197,7 +197,7 @@ int ListModel::columnCount(const QModelIndex& parent) const {
 QVariant ListModel::data(const QModelIndex& index, int role) const {
   if (role != Qt::DisplayRole || !index.isValid() || index.row() >= list_.ListCount()) return {};
   String cell;
-  Guard([&] { cell = list_.Cell(index.row(), index.column()); });
+  RunEvent([&] { cell = list_.Cell(index.row(), index.column()); });
   return ToWidgetText(cell);
 }
 

@@ -34,7 +34,7 @@ class CanvasWidget : public QWidget {
     if (!canvas_.OnPaint) return;
     Graphics g(std::make_unique<PainterSurface>(&painter));
     screen_.BeginPaint();
-    Guard([&] {
+    RunEvent([&] {
       RunHandler([&] {
         if (canvas_.OnPaint) canvas_.OnPaint(g);
       });
@@ -44,7 +44,7 @@ class CanvasWidget : public QWidget {
   void mousePressEvent(QMouseEvent* e) override {
     const QPoint p = e->position().toPoint();
     const bool contextual = IsContextual(e);
-    Guard([&] { canvas_.UserClick(p.x(), p.y(), contextual); });
+    RunEvent([&] { canvas_.UserClick(p.x(), p.y(), contextual); });
   }
 
  private:
@@ -79,7 +79,7 @@ class ShapeWidget : public QWidget {
   void mousePressEvent(QMouseEvent* e) override {
     const QPoint p = e->position().toPoint();
     const bool contextual = IsContextual(e);
-    Guard([&] { control_.UserClick(p.x(), p.y(), contextual); });
+    RunEvent([&] { control_.UserClick(p.x(), p.y(), contextual); });
   }
 
  private:

@@ -134,7 +134,7 @@ void TextView::SyncSelection() {
 
 void TextView::EnsurePlatformFocus() {
   Window* w = text_.ParentWindow();
-  if (w && w->Focus() != &text_ && text_.AcceptsFocus()) Guard([&] { w->SetFocus(&text_); });
+  if (w && w->Focus() != &text_ && text_.AcceptsFocus()) RunEvent([&] { w->SetFocus(&text_); });
 }
 
 bool TextView::Key(QKeyEvent* e) {
@@ -143,7 +143,7 @@ bool TextView::Key(QKeyEvent* e) {
   // Command keys belong to the menus, which saw them before the widget did.
   if (IsCommandKey(*e)) return true;
   if (e->key() == Qt::Key_Backtab) {
-    Guard([&] { w->FocusNext(true); });
+    RunEvent([&] { w->FocusNext(true); });
     return true;
   }
   if (IsSelectionKey(*e)) return false;
@@ -154,7 +154,7 @@ bool TextView::Key(QKeyEvent* e) {
   }
   EnsurePlatformFocus();
   keyActive_ = true;
-  for (const String& key : keys) Guard([&] { w->UserKey(key); });
+  for (const String& key : keys) RunEvent([&] { w->UserKey(key); });
   keyActive_ = false;
   return true;
 }
@@ -162,7 +162,7 @@ bool TextView::Key(QKeyEvent* e) {
 bool TextView::ContextualPress(QMouseEvent* e) {
   if (!IsContextual(e)) return false;
   const QPoint p = e->position().toPoint();
-  Guard([&] { text_.UserClick(p.x(), p.y(), true); });
+  RunEvent([&] { text_.UserClick(p.x(), p.y(), true); });
   if (Window* w = text_.ParentWindow()) screen().FocusChanged(*w, w->Focus());
   return true;
 }
@@ -176,12 +176,12 @@ void TextView::Pressed(QMouseEvent* e) {
   const Integer length = ToCharacterIndex(t, s16 + l16) - start;
   const bool hadFocus = w->Focus() == &text_;
   const QPoint p = e->position().toPoint();
-  Guard([&] { text_.UserClick(p.x(), p.y(), false); });
+  RunEvent([&] { text_.UserClick(p.x(), p.y(), false); });
   if (w->Focus() == &text_) {
     // The click places the caret, unless GotFocus chose a selection of its own: entering a field
     // leaves the caret at the end when its handler did not select.
     const bool caretAtEnd = text_.SelLength() == 0 && text_.SelStart() == Len(text_.Text());
-    if (hadFocus || caretAtEnd) Guard([&] { text_.SetSelectionFromUser(start, length); });
+    if (hadFocus || caretAtEnd) RunEvent([&] { text_.SetSelectionFromUser(start, length); });
   } else {
     screen().FocusChanged(*w, w->Focus());
   }
@@ -200,7 +200,7 @@ void TextView::SelectionFromWidget() {
   const Integer start = ToCharacterIndex(t, s16);
   const Integer length = ToCharacterIndex(t, s16 + l16) - start;
   if (start != text_.SelStart() || length != text_.SelLength())
-    Guard([&] { text_.SetSelectionFromUser(start, length); });
+    RunEvent([&] { text_.SetSelectionFromUser(start, length); });
 }
 
 void TextView::TextFromWidget() {
@@ -211,7 +211,7 @@ void TextView::TextFromWidget() {
   const auto [s16, l16] = WidgetSelection();
   const Integer start = ToCharacterIndex(t, s16);
   const Integer length = ToCharacterIndex(t, s16 + l16) - start;
-  Guard([&] { text_.SetTextFromUser(now, start, length); });
+  RunEvent([&] { text_.SetTextFromUser(now, start, length); });
   SyncText();
 }
 
@@ -223,7 +223,7 @@ void TextView::Commit(const QString& committed) {
     const int n = (committed.at(i).isHighSurrogate() && i + 1 < committed.size()) ? 2 : 1;
     const String key(committed.mid(i, n).toStdString());
     i += n;
-    Guard([&] { w->UserKey(key); });
+    RunEvent([&] { w->UserKey(key); });
   }
 }
 

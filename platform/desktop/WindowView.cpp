@@ -17,6 +17,7 @@
 #include "MenuBarView.h"
 #include "QtText.h"
 #include "rb/Menu.h"
+#include "rb/Window.h"
 
 namespace desk {
 
@@ -211,10 +212,10 @@ bool WindowView::event(QEvent* e) {
 void WindowView::keyPressEvent(QKeyEvent* e) {
   if (IsCommandKey(*e)) return;
   if (e->key() == Qt::Key_Backtab) {
-    Guard([&] { window_.FocusNext(true); });
+    RunEvent([&] { window_.FocusNext(true); });
     return;
   }
-  for (const String& key : PlatformKeys(*e)) Guard([&] { window_.UserKey(key); });
+  for (const String& key : PlatformKeys(*e)) RunEvent([&] { window_.UserKey(key); });
 }
 
 // The close box: the main window closes (its Close event ends the program); a secondary window
@@ -223,7 +224,7 @@ void WindowView::closeEvent(QCloseEvent* e) {
   e->ignore();
   // Behind a modal window the close box does nothing: that window holds the program.
   if (screen_.ModalAbove(this)) return;
-  Guard([&] {
+  RunEvent([&] {
     if (window_.OnClose) {
       window_.Close();
     } else {

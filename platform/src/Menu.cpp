@@ -94,6 +94,9 @@ class QuitWatch : public Screen {
     inner_.Quit(code);
   }
   void UnhandledException(const RuntimeException& e) override { inner_.UnhandledException(e); }
+  [[noreturn]] void Defect(const std::string& className, const std::string& what) override {
+    inner_.Defect(className, what);
+  }
   void RunModal(Window& w) override { inner_.RunModal(w); }
   Ref<FolderItem> OpenFileDialog(const String& filter) override { return inner_.OpenFileDialog(filter); }
   std::optional<Integer> ContextualMenu(const std::vector<String>& rows) override {

@@ -1,8 +1,10 @@
 // The screen in force, and the quiet one that answers when none is set: nothing is shown, no
-// dialog is confirmed, and an unhandled exception is written to the error stream.
+// dialog is confirmed, and an unhandled exception is written to the error stream (a defect ends
+// the program after it).
 #include "rb/Screen.h"
 
 #include <cstdio>
+#include <cstdlib>
 
 namespace {
 
@@ -14,6 +16,10 @@ class QuietScreen : public Screen {
   void Quit(Integer) override {}
   void UnhandledException(const RuntimeException& e) override {
     std::fprintf(stderr, "Unhandled %s: %s\n", e.ClassName(), e.what());
+  }
+  [[noreturn]] void Defect(const std::string& className, const std::string& what) override {
+    std::fprintf(stderr, "Unhandled %s: %s; the program ends\n", className.c_str(), what.c_str());
+    std::abort();
   }
   // Nobody is there to close the window: the caller goes on at once, the window still showing.
   void RunModal(Window&) override {}

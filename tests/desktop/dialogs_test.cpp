@@ -126,27 +126,4 @@ TEST_F(Dialogs, AMessageBoxHoldsTheHandlerUntilDismissed) {
   EXPECT_EQ(shown, QStringLiteral("Select an item to delete"));
 }
 
-TEST_F(Dialogs, AnUnhandledExceptionIsNamedAndTheProgramGoesOn) {
-  StartProgram();
-  QString shown;
-  WhenDialog([&](QWidget* box) {
-    shown = box->property("text").toString();
-    box->close();
-  });
-  // A handler that uses a row the list does not have.
-  iwindow->customername->OnKeyDown = [](const String&) -> bool {
-    iwindow->customers->List(iwindow->customers->ListCount() + 5);
-    return false;
-  };
-  iwindow->customername->setReadOnly(false);
-  Click(iwindow->customername);
-  Type(iwindow->customername, "z");
-  EXPECT_TRUE(shown.contains(QStringLiteral("OutOfBoundsException"))) << shown.toStdString();
-  // The handler stopped; the window and its field go on taking keys.
-  iwindow->customername->OnKeyDown = nullptr;
-  Type(iwindow->customername, "y");
-  EXPECT_TRUE(iwindow->Visible());
-  EXPECT_NE(iwindow->customername->Text().Utf8().find('y'), std::string::npos);
-}
-
 }  // namespace

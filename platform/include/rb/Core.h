@@ -28,12 +28,15 @@ constexpr Color RGB(int r, int g, int b) {
   return Color(static_cast<std::uint32_t>(((r & 0xFF) << 16) | ((g & 0xFF) << 8) | (b & 0xFF)));
 }
 
-// The exceptions that the runtime raises. Application code catches none of them: they stop the
-// running handler and reach the platform, which reports them and keeps the program going.
+// The exceptions that the runtime raises: NilObjectException, OutOfBoundsException and
+// IOException, and no other. Application code catches none of them: they stop the running handler
+// and reach the platform, which reports them and keeps the program going (RunHandler).
 class RuntimeException : public std::runtime_error {
  public:
+  virtual const char* ClassName() const = 0;
+
+ protected:
   explicit RuntimeException(const std::string& what) : std::runtime_error(what) {}
-  virtual const char* ClassName() const { return "RuntimeException"; }
 };
 
 class NilObjectException : public RuntimeException {

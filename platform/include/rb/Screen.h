@@ -24,8 +24,11 @@ class Screen {
   virtual void Beep() = 0;
   virtual void ShowURL(const String& url) = 0;
   virtual void Quit(Integer code) = 0;
-  // An exception that no handler caught.
+  // One of the runtime's exceptions that no handler caught. The program goes on.
   virtual void UnhandledException(const RuntimeException& e) = 0;
+  // Any other exception that reached the platform: a defect of the program. The screen reports it
+  // and ends the program; this does not return.
+  [[noreturn]] virtual void Defect(const std::string& className, const std::string& what) = 0;
 
   // Serves events until w is hidden. Called by Window::ShowModal with the window shown.
   virtual void RunModal(Window& w) = 0;

@@ -164,11 +164,19 @@ void RegisterWindowClass() {
   WindowRegistry::Register(T::kClassName, [] { return std::make_unique<T>(); });
 }
 
-// Runs a handler. At the outermost level (an event from the person or the runtime) a
-// RuntimeException that the handler leaves stops there and is reported through the screen; the
-// program goes on. Inside another handler, it passes on up.
+// Runs a handler. Inside another handler, whatever it raises passes on up, so the whole event
+// stops at once. At the outermost level, the one rule for what a handler leaves:
+// - NilObjectException, OutOfBoundsException and IOException stop the event there and are reported
+//   through the screen (Screen::UnhandledException); the program goes on;
+// - any other std::exception is a defect: the screen reports it and ends the program
+//   (Screen::Defect);
+// - anything else (a test's own failure) passes through untouched.
 void RunHandler(const std::function<void()>& body);
 bool RunHandlerBool(const std::function<bool()>& body, bool fallback = false);
+// An event from outside the program: a person's key or click on the desktop, a step of a
+// scenario. The platform code it runs raises its handlers itself; what that code raises outside
+// them goes by RunHandler's rule. The desktop and the scenario runner hand every event to it.
+void RunEvent(const std::function<void()>& body);
 // For a modal loop: the events served inside it are outermost again.
 class OutermostScope {
  public:
