@@ -63,6 +63,7 @@ TEST_F(Exceptions, TheRuntimesOwnAreReportedAndTheProgramGoesOnAlikeOnBothScreen
   }
   iwindow->customername->OnKeyDown = nullptr;
   Type(iwindow->customername, "y");
+  EXPECT_TRUE(iwindow->Visible());
   const std::string typedOnDesktop = iwindow->customername->Text().Utf8();
 
   StartOnTestScreen();
