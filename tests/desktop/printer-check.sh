@@ -47,8 +47,10 @@ cupsd -f -c "$dir/cupsd.conf" -s "$dir/cups-files.conf" &
 pid=$!
 export CUPS_SERVER=$dir/cups.sock
 unset PRINTER LPDEST
-for _ in $(seq 200); do lpstat -r >/dev/null 2>&1 && break; sleep 0.05; done
-lpstat -r
+# lpstat -r ends with 0 whether or not the scheduler runs: its words tell.
+ready() { [ -S "$dir/cups.sock" ] && lpstat -r 2>/dev/null | grep -q "scheduler is running"; }
+for _ in $(seq 400); do ready && break; sleep 0.05; done
+ready || { echo "FAIL: the test's cupsd did not come up"; cat "$dir/log/error_log" 2>/dev/null; exit 1; }
 
 queue=ledgerly-test-pdf
 lpadmin -p "$queue" -E -v cups-pdf:/ -P /usr/share/ppd/cups-pdf/CUPS-PDF_opt.ppd
