@@ -72,6 +72,7 @@ clean:
 # Speed against the floor: prints the table and writes bench/results.md. Not part of `make test`.
 .PHONY: bench
 bench: deps configure
+	cmake -S . -B $(BUILD) -DLEDGERLY_BENCH=ON >/dev/null
 	cmake --build $(BUILD) -j $(JOBS) --target bench_driver bench_startup_ledgerly bench_startup_floor bench_headless
 	./$(BUILD)/bench/bench_driver --out bench/results.md
 

@@ -1,6 +1,7 @@
 // The menu bar: shortcuts, which items are live, choosing an item, the Edit commands, and the quit.
 #include <algorithm>
 #include <cctype>
+#include <cstdlib>
 
 #include "rb/Menu.h"
 #include "rb/Screen.h"
@@ -96,6 +97,7 @@ class QuitWatch : public Screen {
   void UnhandledException(const RuntimeException& e) override { inner_.UnhandledException(e); }
   [[noreturn]] void Defect(const std::string& className, const std::string& what) override {
     inner_.Defect(className, what);
+    std::abort();  // the inner screen does not come back either
   }
   void RunModal(Window& w) override { inner_.RunModal(w); }
   Ref<FolderItem> OpenFileDialog(const String& filter) override { return inner_.OpenFileDialog(filter); }
