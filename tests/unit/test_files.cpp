@@ -282,6 +282,9 @@ TEST_F(FilesTest, HostileNamesGiveNilOrStayInside) {
     EXPECT_EQ(Folder()->Child(bad), nil) << bad.size();
   EXPECT_NE(Folder()->Child(std::string(255, 'n')), nil);
 
+  // A path that steps back or stands still on its way is not the program's to write.
+  EXPECT_EQ(New<FolderItem>(Path("./x"))->CreateBinaryFile("prefs"), nil);
+  EXPECT_EQ(New<FolderItem>(Path("../x"))->CreateBinaryFile("prefs"), nil);
   for (const char* name : {"../x", "a/b", "/etc/passwd", "../../tmp"}) {
     Ref<FolderItem> f = Folder()->Child(name);
     ASSERT_NE(f, nil) << name;

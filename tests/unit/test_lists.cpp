@@ -66,6 +66,8 @@ TEST_F(Lists, RowsHoldTheirCellsAndARowThatIsNotThereIsOutOfBounds) {
   list->setCellBold(0, 0, true);
   EXPECT_TRUE(list->CellBold(0, 0));
   EXPECT_FALSE(list->CellBold(0, 1));
+  list->setCellType(0, 2, 3);
+  EXPECT_EQ(list->CellType(0, 1), 0);
   EXPECT_THROW(list->List(1), OutOfBoundsException);
   EXPECT_THROW(list->List(-1), OutOfBoundsException);
   EXPECT_THROW(list->Cell(5, 0), OutOfBoundsException);
@@ -129,12 +131,16 @@ TEST_F(Lists, ACellClickSelectsAndASecondOneEditsInPlace) {
   EXPECT_EQ(f.log.back(), "CellClick 0,1");
   f.UserKey(Keys::Return);
   EXPECT_EQ(f.log.back(), "add");
-  // An edit opened by code has the keyboard; one left open keeps what was typed.
+  // An edit opened by code has the keyboard; one left open, for another cell or another control,
+  // keeps what was typed.
   f.SetFocus(f.field);
   f.stock->BeginEdit(1, 1);
   Type(f, "3");
+  f.stock->BeginEdit(1, 0);
+  Type(f, "4");
   f.SetFocus(f.field);
   EXPECT_EQ(f.stock->Cell(1, 1).Utf8(), "3");
+  EXPECT_EQ(f.stock->Cell(1, 0).Utf8(), "4");
   EXPECT_EQ(f.field->Text().Utf8(), "");
   // Up and Down walk the rows of the focused list.
   f.SetFocus(f.stock);

@@ -152,6 +152,15 @@ TEST_F(Menus, TheEditItemsServeTheFocusedTextField) {
   EXPECT_EQ(w.locked->Text().Utf8(), "locked text");
 }
 
+// With no menu bar of the application's, the front window's own is the one; with neither, nothing.
+TEST_F(Menus, WithNoApplicationMenuBarTheFrontWindowsOwnServes) {
+  SetApp(nullptr);
+  EXPECT_FALSE(ChooseMenuItem("filenew"));
+  mainwin->Menus = bar.get();
+  EXPECT_TRUE(ChooseMenuItem("filenew"));
+  EXPECT_EQ(ran, (std::vector<std::string>{"filenew"}));
+}
+
 // The quit closes the shown windows, front first, and ends the program once, also when the main
 // window's Close quits by itself; a hidden window is not closed, and a later quit works again.
 TEST_F(Menus, QuitClosesTheShownWindowsFrontFirstAndEndsTheProgramOnce) {

@@ -78,6 +78,7 @@ TEST(StringFunctions, LenLeftMidCountCharacters) {
   EXPECT_EQ(Mid(s, 5, 2).Bytes(), "20");
   EXPECT_EQ(Mid(s, 20).Bytes(), "");
   EXPECT_EQ(Chr(0x20AC).Bytes(), "\xE2\x82\xAC");
+  EXPECT_EQ(Chr(0).Bytes(), std::string(1, '\0'));
   EXPECT_EQ(Len(Chr(0x1F600)), 1);
   EXPECT_TRUE(Chr(-1).IsEmpty());
 }

@@ -1,5 +1,9 @@
 // Windows: building on first touch, showing, hiding and ShowModal, Activate, the focus, buttons and
 // the mouse, and what becomes of an exception that no handler catches.
+#include <QImage>
+#include <QTemporaryDir>
+
+#include "GuiApp.h"
 #include "ScreenTest.h"
 
 namespace {
@@ -17,6 +21,7 @@ class MainForm : public Window {
   PushButton *ok = nullptr, *cancel = nullptr;
   CheckBox* check = nullptr;
   StaticText* link = nullptr;
+  Canvas* canvas = nullptr;
   Window* touchedWhileBuilding = nullptr;
 
  protected:
@@ -39,6 +44,7 @@ class MainForm : public Window {
     cancel->Cancel = true;
     check = Add<CheckBox>("check");
     link = Add<StaticText>("link");
+    canvas = Add<Canvas>("canvas");
     for (const auto& c : Controls()) {
       Control* raw = c.get();
       raw->OnOpen = [raw] { journal.push_back("Open " + raw->Name()); };
@@ -97,7 +103,7 @@ TEST_F(Windows, TheFirstTouchBuildsTheWindowControlsOpenBeforeTheWindowAndItShow
   EXPECT_EQ(journal, (std::vector<std::string>{
                          "CreateControls", "Open label", "Open second", "Open first", "Open disabled",
                          "Open alsoSecond", "Open list", "Open ok", "Open cancel", "Open check",
-                         "Open link", "Open MainForm", "GotFocus first", "Activate MainForm"}));
+                         "Open link", "Open canvas", "Open MainForm", "GotFocus first", "Activate MainForm"}));
   EXPECT_EQ(f.touchedWhileBuilding, &f);
   EXPECT_EQ(WindowRegistry::Front(), &f);
   journal.clear();
@@ -236,14 +242,29 @@ TEST_F(Windows, AClickOnAFieldTakesTheFocusAndTellsWhetherItWasContextual) {
   f.disabled->UserClick();
   f.link->UserClick();
   EXPECT_EQ(f.Focus(), f.second);
-  // A check box raises Action when its value changes, by code or by a click.
-  int actions = 0;
-  f.check->OnAction = [&] { ++actions; };
-  f.check->setValue(false);
-  f.check->setValue(true);
-  f.check->UserClick();
-  EXPECT_FALSE(f.check->Value());
-  EXPECT_EQ(actions, 2);
+}
+
+// Whatever shows a control is told of each change of a property, once, and of nothing that stays.
+TEST_F(Windows, TheScreenIsToldOfEachChangeOfAPropertyOnce) {
+  EnsureGuiApp();
+  QTemporaryDir dir;
+  QImage image(4, 3, QImage::Format_RGB32);
+  ASSERT_TRUE(image.save(dir.filePath("logo.png"), "PNG"));
+  MainForm& f = *mainform;
+  screen.changes.clear();
+  Ref<Picture> logo = GetFolderItem(String(dir.filePath("logo.png").toStdString()))->OpenAsPicture();
+  for (int twice = 0; twice < 2; ++twice) {
+    f.canvas->setBackdrop(logo);
+    f.first->setBackColor(0xFFB0B3);
+    f.first->setText("paid");
+    f.link->setText("www");
+    f.ok->setEnabled(false);
+  }
+  f.first->setReadOnly(false);
+  using Change = std::pair<const Control*, Prop>;
+  EXPECT_EQ(screen.changes, (std::vector<Change>{{f.canvas, Prop::Backdrop}, {f.first, Prop::BackColor},
+                                                {f.first, Prop::Text}, {f.link, Prop::Text},
+                                                {f.ok, Prop::Enabled}}));
 }
 
 TEST_F(Windows, AnExceptionInANestedHandlerStopsTheOuterOneAndIsReportedOnce) {
