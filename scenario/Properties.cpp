@@ -135,7 +135,7 @@ bool ReadList(const Control& c, const std::string& property, const std::vector<i
       out = TextValue(l->List(args[0]));
       return true;
     }
-    if (property == "Cell" || property == "CellBold") {
+    if (property == "Cell" || property == "CellBold" || property == "CellTextColor") {
       if (!WantArgs(property, args, 2, error) || !RowInRange(args[0], l->ListCount(), error)) {
         return false;
       }
@@ -147,8 +147,13 @@ bool ReadList(const Control& c, const std::string& property, const std::vector<i
       }
       if (property == "Cell") {
         out = TextValue(l->Cell(args[0], args[1]));
-      } else {
+      } else if (property == "CellBold") {
         out = BoolValue(l->CellBold(args[0], args[1]));
+      } else {
+        // The colour the list paints the cell's text in once the program's CellTextPaint has run,
+        // on a surface that keeps what that handler draws to itself.
+        Graphics g(std::make_unique<RecordingSurface>());
+        out = ColourValue(const_cast<Listbox*>(l)->PaintCellText(g, args[0], args[1]));
       }
       return true;
     }
@@ -347,7 +352,7 @@ bool ReadProperty(const Control& c, const std::string& property, const std::vect
                   Value& out, std::string& error) {
   try {
     if (property == "List" || property == "ListCount" || property == "ListIndex" ||
-        property == "Cell" || property == "CellBold") {
+        property == "Cell" || property == "CellBold" || property == "CellTextColor") {
       if (ReadList(c, property, args, out, error)) return true;
       if (!error.empty()) return false;
     } else if (ReadPlain(c, property, out)) {

@@ -60,18 +60,6 @@ TEST(ScenarioLexer, SplitsWordsStringsAndSemicolons) {
     EXPECT_FALSE(LexLine(bad).error.empty()) << bad;
 }
 
-TEST(ScenarioLexer, QuoteReadsBackAsTheSameBytes) {
-  std::string all;
-  for (int c = 0; c < 256; ++c) all += static_cast<char>(c);
-  std::string quoted = scn::Quote(all);
-  auto l = LexLine("type " + quoted);
-  ASSERT_TRUE(l.error.empty()) << l.error;
-  ASSERT_EQ(l.tokens.size(), 2u);
-  EXPECT_EQ(l.tokens[1].text, all);
-  EXPECT_EQ(quoted.find('\n'), std::string::npos);
-  EXPECT_EQ(quoted.find('\r'), std::string::npos);
-}
-
 // Each command keeps the line it is reported at: its own, or for a line of an included file (found
 // relative to the file that includes it) the line of the outermost include, with the file and line
 // it comes from. A line that cannot be read fails only the scenario it is in.
