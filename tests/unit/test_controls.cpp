@@ -144,9 +144,24 @@ TEST_F(Controls, TheScreenIsToldOfEachChangeOfAPropertyOnce) {
     f.list->setEnabled(false);
   }
   f.locked->setReadOnly(true);
+  f.name->setSelStart(f.name->SelStart());
+  f.name->setSelLength(1);
+  f.UserKey(Keys::Delete);
+  f.list->AddRow("x");
+  f.list->DeleteAllRows();
   using Change = std::pair<const Control*, Prop>;
   EXPECT_EQ(screen.changes, (std::vector<Change>{{f.canvas, Prop::Backdrop}, {f.name, Prop::BackColor},
-                                                {f.name, Prop::Text}, {f.list, Prop::Enabled}}));
+                                                {f.name, Prop::Text}, {f.list, Prop::Enabled},
+                                                {f.name, Prop::Selection}, {f.name, Prop::Text},
+                                                {f.name, Prop::Selection}, {f.list, Prop::Rows},
+                                                {f.list, Prop::Rows}}));
+  // A canvas paints its backdrop at the picture's own size, then whatever its handler paints.
+  RecordingSurface* surface = new RecordingSurface();
+  Graphics g{std::unique_ptr<PageSurface>(surface)};
+  f.canvas->Paint(g);
+  ASSERT_EQ(surface->Ops().size(), 1u);
+  EXPECT_EQ(surface->Ops()[0].kind, DrawOp::PictureOp);
+  EXPECT_EQ(surface->Ops()[0].width, 4);
 }
 
 // Return breaks the line in a text area, where Up and Down keep the caret's column from line to
@@ -169,16 +184,24 @@ TEST_F(Controls, TheKeysAndPastesOfATextArea) {
   f.UserKey(Keys::Up);
   f.UserKey(Keys::Up);
   EXPECT_EQ(f.address->SelStart(), 1);
+  f.address->setSelLength(2);
+  f.UserKey(Keys::Right);  // to the selection's end, then one on
+  f.UserKey(Keys::Right);
+  EXPECT_EQ(f.address->SelStart(), 4);
   EXPECT_EQ(f.address->Text().Bytes(), "abc\rde\rfg\rh\r");
   f.SetFocus(f.name);
   f.UserKey(Keys::Return);
   EXPECT_EQ(journal, (std::vector<std::string>{"Action ok"}));
+  f.FindControl("ok")->setEnabled(false);
+  f.UserKey(Keys::Return);
+  EXPECT_EQ(journal.size(), 1u);  // a disabled Default button takes no key
   int changes = 0;
   f.address->OnTextChange = [&] { ++changes; };
   f.address->SetTextFromUser("a\nb", 3, 0);
   f.address->SetTextFromUser("a\rb", 1, 1);
   EXPECT_EQ(changes, 1);
-  EXPECT_EQ(f.address->SelLength(), 1);
+  f.address->SetSelectionFromUser(1, 50);
+  EXPECT_EQ(f.address->SelLength(), 2);
 }
 
 // A row the list does not have is out of bounds, however it is asked for; a cell type left unset
@@ -194,6 +217,7 @@ TEST_F(Controls, ListsKeepTheirBoundsTheirEditsAndTheirRowsThroughADrag) {
   EXPECT_THROW(list->List(3), OutOfBoundsException);
   EXPECT_THROW(list->Cell(-1, 0), OutOfBoundsException);
   EXPECT_THROW(list->setCellBold(3, 0, true), OutOfBoundsException);
+  EXPECT_THROW(list->CellBold(3, 0), OutOfBoundsException);
   EXPECT_THROW(list->RemoveRow(3), OutOfBoundsException);
   list->BeginEdit(1, 1);
   EXPECT_EQ(f.Focus(), list);
@@ -203,6 +227,20 @@ TEST_F(Controls, ListsKeepTheirBoundsTheirEditsAndTheirRowsThroughADrag) {
   f.UserKey(Keys::Escape);
   EXPECT_EQ(list->Cell(1, 1).Utf8(), "3");
   EXPECT_EQ(list->Cell(1, 0).Utf8(), "b");
+  // Choosing another row by code ends an open edit, keeping it; a click below the last row
+  // raises no CellClick and chooses nothing.
+  list->BeginEdit(0, 1);
+  Type(f, "4");
+  list->setListIndex(2);
+  EXPECT_EQ(list->Cell(0, 1).Utf8(), "4");
+  int clicks = 0;
+  list->OnCellClick = [&](Integer, Integer, Integer, Integer) {
+    ++clicks;
+    return false;
+  };
+  list->UserCellClick(3, 0);
+  EXPECT_EQ(clicks, 0);
+  EXPECT_EQ(list->ListIndex(), -1);
   list->setCellBold(1, 0, true);
   list->setListIndex(1);
   list->UserDrag(1, 2);
@@ -212,6 +250,8 @@ TEST_F(Controls, ListsKeepTheirBoundsTheirEditsAndTheirRowsThroughADrag) {
   EXPECT_EQ(list->ListIndex(), 2);
   f.UserKey(Keys::Up);
   EXPECT_EQ(list->ListIndex(), 1);
+  list->UserDrag(2, 1);  // onto the selected row, which moves down with its selection
+  EXPECT_EQ(list->ListIndex(), 2);
 }
 
 // The letter's case does not matter; one letter can carry three distinct shortcuts; Cmd is the
@@ -245,6 +285,9 @@ TEST_F(Controls, TheMenuBarsFallbackTheEditItemsAndTheQuit) {
   f.name->setSelLength(6);
   EXPECT_TRUE(PressShortcut("Cmd+X"));
   EXPECT_EQ(Clipboard().Utf8(), "Brown ");
+  f.name->setSelLength(1);
+  EXPECT_TRUE(ChooseMenuItem("EditCopy"));
+  EXPECT_EQ(Clipboard().Utf8(), "a");
   f.name->setSelLength(3);
   EXPECT_TRUE(ChooseMenuItem("EditCopy"));
   EXPECT_TRUE(ChooseMenuItem("EditClear"));

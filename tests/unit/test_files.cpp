@@ -125,6 +125,9 @@ TEST_F(FilesTest, OpenAndCreateFailAsNil) {
   EXPECT_EQ(folder->CreateBinaryFile("prefs"), nil);
   EXPECT_EQ(folder->CreateTextFile(), nil);
   EXPECT_EQ(New<FolderItem>(Path("nowhere/file"))->CreateTextFile(), nil);
+  // An item made from its whole path inside the folder is the folder's own.
+  New<FolderItem>(Path("customers/x"))->CreateTextFile()->Close();
+  EXPECT_TRUE(folder->Child("x")->Exists());
   EXPECT_EQ(Folder()->Child("Stock")->Child("Items"), nil);
   WriteRaw(Path("plain"), "x");
   EXPECT_EQ(Folder()->Child("plain")->Child("x"), nil);
@@ -338,7 +341,7 @@ TEST_F(FilesTest, ListingFollowsEveryChangeToTheFolder) {
 }
 
 // What cannot be done is silently not done: a folder not empty deleted, a file already gone, a
-// folder made where its parent is missing.
+// folder made where its parent is missing. An empty folder is deleted.
 TEST_F(FilesTest, ADeletionOrAFolderThatCannotBeIsSilentlyNotDone) {
   Ref<FolderItem> f = Folder()->Child("unpaid");
   f->CreateAsFolder();
@@ -349,6 +352,8 @@ TEST_F(FilesTest, ADeletionOrAFolderThatCannotBeIsSilentlyNotDone) {
   marker->Delete();
   marker->Delete();
   EXPECT_FALSE(marker->Exists());
+  f->Delete();
+  EXPECT_FALSE(f->Exists());
   New<FolderItem>(Path("a/b/c"))->CreateAsFolder();
   EXPECT_FALSE(Folder()->Child("a")->Exists());
 }
