@@ -208,6 +208,16 @@ const Property kProperties[] = {
        out = BoolValue(l.CellBold(at[0], at[1]));
        return true;
      }},
+    // The colour the list paints the cell's text in once the program's CellTextPaint has run, on a
+    // surface that keeps what that handler draws to itself.
+    {"CellTextColor", Is<Listbox>, nullptr, 2,
+     [](const Control& c, const Indexes& at, Value& out, std::string& error) {
+       auto& l = const_cast<Listbox&>(dynamic_cast<const Listbox&>(c));
+       if (!CellInRange(l, at, error)) return false;
+       Graphics g(std::make_unique<RecordingSurface>());
+       out = ColourValue(l.PaintCellText(g, at[0], at[1]));
+       return true;
+     }},
 };
 // clang-format on
 

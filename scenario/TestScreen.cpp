@@ -76,6 +76,7 @@ void TestScreen::Clear() {
   urls.clear();
   quits.clear();
   menusShown.clear();
+  changes.clear();
   beeps = 0;
   ended = false;
 }

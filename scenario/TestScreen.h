@@ -77,6 +77,7 @@ class TestScreen : public Screen {
   std::optional<Integer> ContextualMenu(const std::vector<String>& rows) override;
   std::unique_ptr<PageSurface> PrintDialog(const PrinterSetup* setup) override;
   bool PageSetupDialog(PrinterSetup& setup) override;
+  void ControlChanged(Control& c, Prop what) override { changes.push_back({&c, what}); }
 
   // Taken by the next blocking call of its kind, oldest first.
   void Queue(Answer a) { queued_.push_back(std::move(a)); }
@@ -110,6 +111,7 @@ class TestScreen : public Screen {
   std::vector<std::string> urls;
   std::vector<Integer> quits;
   std::vector<std::vector<std::string>> menusShown;  // the rows of each contextual menu
+  std::vector<std::pair<const Control*, Prop>> changes;  // what a live screen would be told
   int beeps = 0;
   bool ended = false;  // Quit was called since the last start
 

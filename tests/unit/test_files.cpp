@@ -1,5 +1,4 @@
 // Files and folders: field bytes, overwriting, reads past the end, names and listing order.
-#include <dirent.h>
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/file.h>
@@ -8,7 +7,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cmath>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -26,12 +24,6 @@ std::string ReadRaw(const std::string& path) {
 
 void WriteRaw(const std::string& path, const std::string& bytes) {
   std::ofstream(path, std::ios::binary) << bytes;
-}
-
-std::string Repeat(const std::string& s, int n) {
-  std::string out;
-  for (int i = 0; i < n; ++i) out += s;
-  return out;
 }
 
 std::vector<std::string> OnDisk(const std::string& folder) {
@@ -94,7 +86,8 @@ TEST_F(FilesTest, FieldsHaveTheirBytesAndReadBack) {
 }
 
 TEST_F(FilesTest, PStringKeepsTheFirst255BytesEvenInsideACharacter) {
-  const std::string euros = Repeat("\xE2\x82\xAC", 100);
+  std::string euros;
+  for (int i = 0; i < 100; ++i) euros += "\xE2\x82\xAC";
   Ref<BinaryStream> out = Folder()->Child("long")->CreateBinaryFile("prefs");
   out->WritePString(euros);
   out->Close();
@@ -121,32 +114,23 @@ TEST_F(FilesTest, AWriteGoesOverTheFileFromWhereTheStreamStands) {
   EXPECT_EQ(ReadRaw(Path("mixed")), "\x01" "qb" "\x02" "xy" "\x02" "ef");
 }
 
+// An open of what is not there or not a plain file, and a file made where no folder takes it, give
+// nil; so does a child in a folder that is not there, or in a file. A nil stream raises when used.
 TEST_F(FilesTest, OpenAndCreateFailAsNil) {
-  Ref<FolderItem> missing = Folder()->Child("missing");
-  EXPECT_EQ(missing->OpenAsBinaryFile(false), nil);
+  Ref<FolderItem> missing = Folder()->Child("missing"), folder = Folder()->Child("customers");
+  folder->CreateAsFolder();
   EXPECT_EQ(missing->OpenAsBinaryFile(true), nil);
   EXPECT_EQ(missing->OpenAsTextFile(), nil);
-  EXPECT_FALSE(missing->Exists());
-
-  Ref<FolderItem> folder = Folder()->Child("customers");
-  folder->CreateAsFolder();
   EXPECT_EQ(folder->OpenAsBinaryFile(false), nil);
-  EXPECT_EQ(folder->OpenAsBinaryFile(true), nil);
-  EXPECT_EQ(folder->OpenAsTextFile(), nil);
   EXPECT_EQ(folder->CreateBinaryFile("prefs"), nil);
   EXPECT_EQ(folder->CreateTextFile(), nil);
-  EXPECT_TRUE(folder->Directory());
-
-  Ref<FolderItem> inMissing(New<FolderItem>(Path("nowhere/file")));
-  EXPECT_EQ(inMissing->CreateBinaryFile("prefs"), nil);
-  EXPECT_EQ(inMissing->CreateTextFile(), nil);
-
-  // No child in a folder that is not there, nor in a file; a name not yet there is an item.
+  EXPECT_EQ(New<FolderItem>(Path("nowhere/file"))->CreateTextFile(), nil);
+  // An item made from its whole path inside the folder is the folder's own.
+  New<FolderItem>(Path("customers/x"))->CreateTextFile()->Close();
+  EXPECT_TRUE(folder->Child("x")->Exists());
   EXPECT_EQ(Folder()->Child("Stock")->Child("Items"), nil);
   WriteRaw(Path("plain"), "x");
   EXPECT_EQ(Folder()->Child("plain")->Child("x"), nil);
-  EXPECT_FALSE(Folder()->Child("not yet")->Exists());
-  // A nil stream raises on first use.
   EXPECT_THROW(missing->OpenAsBinaryFile(true)->ReadDouble(), NilObjectException);
 }
 
@@ -275,32 +259,20 @@ TEST_F(FilesTest, ChildFindsTheExactNameElseOneThatDiffersInCase) {
   EXPECT_TRUE(std::filesystem::exists(Path("Caf\xC3\xA9")));
 }
 
+// A name that no file system holds as it stands gives nil; one with "/" in it stays one name in
+// the folder, whatever it says; a path that steps back or stands still on its way is not written.
 TEST_F(FilesTest, HostileNamesGiveNilOrStayInside) {
-  const std::vector<std::string> outerBefore = OnDisk(outer_);
   for (const std::string& bad : {std::string(""), std::string("."), std::string(".."), std::string("a\0b", 3),
-                                 std::string(256, 'n'), Repeat("\xC3\xA9", 128)})
+                                 std::string(256, 'n')})
     EXPECT_EQ(Folder()->Child(bad), nil) << bad.size();
-  EXPECT_NE(Folder()->Child(std::string(255, 'n')), nil);
-
-  for (const char* name : {"../x", "a/b", "/etc/passwd", "../../tmp"}) {
-    Ref<FolderItem> f = Folder()->Child(name);
-    ASSERT_NE(f, nil) << name;
-    Ref<BinaryStream> s = f->CreateBinaryFile("prefs");
-    ASSERT_NE(s, nil) << name;
-    s->WritePString("x");
-    s->Close();
-    EXPECT_EQ(f->Name().Bytes(), name);
-  }
-  EXPECT_EQ(OnDisk(outer_), outerBefore);
+  EXPECT_EQ(New<FolderItem>(Path("./x"))->CreateBinaryFile("prefs"), nil);
+  EXPECT_EQ(New<FolderItem>(Path("../x"))->CreateBinaryFile("prefs"), nil);
+  for (const char* name : {"../x", "/etc/passwd", "../../tmp"}) Folder()->Child(name)->CreateBinaryFile("prefs")->Close();
+  EXPECT_EQ(OnDisk(outer_), std::vector<std::string>{"data"});
   const std::string slash = "\xE2\x88\x95";
   EXPECT_EQ(OnDisk(dir_), (std::vector<std::string>{".." + slash + ".." + slash + "tmp", ".." + slash + "x",
-                                                    "a" + slash + "b", slash + "etc" + slash + "passwd"}));
-  // Listed back under the name it was given, and found again by it.
-  Ref<FolderItem> folder = Folder();
-  std::vector<std::string> listed;
-  for (Integer i = 1; i <= folder->Count(); ++i) listed.push_back(folder->Item(i)->Name().Bytes());
-  EXPECT_NE(std::find(listed.begin(), listed.end(), "a/b"), listed.end());
-  EXPECT_TRUE(Folder()->Child("A/B")->Exists());
+                                                    slash + "etc" + slash + "passwd"}));
+  EXPECT_EQ(Folder()->Child("/ETC/passwd")->Name().Bytes(), "/etc/passwd");
 }
 
 TEST_F(FilesTest, ListingIsByNameIgnoringCaseWithHiddenEntries) {
@@ -368,15 +340,13 @@ TEST_F(FilesTest, ListingFollowsEveryChangeToTheFolder) {
   EXPECT_TRUE(std::filesystem::is_empty(dir_));
 }
 
-// What cannot be done is silently not done: a folder made twice, a folder not empty or a file
-// already gone deleted, a folder made where its parent is missing.
-TEST_F(FilesTest, ExistsDeleteAndCreateAsFolder) {
+// What cannot be done is silently not done: a folder not empty deleted, a file already gone, a
+// folder made where its parent is missing. An empty folder is deleted.
+TEST_F(FilesTest, ADeletionOrAFolderThatCannotBeIsSilentlyNotDone) {
   Ref<FolderItem> f = Folder()->Child("unpaid");
-  f->CreateAsFolder();
   f->CreateAsFolder();
   Ref<FolderItem> marker = f->Child("00012-16-11-2026-Brown");
   marker->CreateTextFile()->Close();
-  EXPECT_FALSE(marker->Directory());
   f->Delete();
   EXPECT_TRUE(marker->Exists());
   marker->Delete();
@@ -386,30 +356,6 @@ TEST_F(FilesTest, ExistsDeleteAndCreateAsFolder) {
   EXPECT_FALSE(f->Exists());
   New<FolderItem>(Path("a/b/c"))->CreateAsFolder();
   EXPECT_FALSE(Folder()->Child("a")->Exists());
-}
-
-TEST_F(FilesTest, AbsolutePathFindsTheSameItemAgain) {
-  Ref<FolderItem> logo = Folder()->Child("logo \xC3\xA9t\xC3\xA9.png");
-  WriteRaw(logo->NativePath(), "not a picture");
-  const String path = logo->AbsolutePath();
-  EXPECT_EQ(path.Bytes().front(), '/');
-
-  // As the prefsfile keeps it: written as a PString, read back untagged.
-  Ref<BinaryStream> out = Folder()->Child("ledgerlyprefs")->CreateBinaryFile("prefs");
-  out->WritePString(path);
-  out->Close();
-  const String stored = Folder()->Child("ledgerlyprefs")->OpenAsBinaryFile(false)->ReadPString();
-  Ref<FolderItem> again = GetFolderItem(stored, 0);
-  ASSERT_NE(again, nil);
-  EXPECT_TRUE(again->Exists());
-  EXPECT_EQ(again->NativePath(), logo->NativePath());
-  EXPECT_EQ(again->Name().Bytes(), "logo \xC3\xA9t\xC3\xA9.png");
-
-  // A removed file is still an item, one that does not exist; a relative path is unusable.
-  logo->Delete();
-  EXPECT_FALSE(GetFolderItem(stored)->Exists());
-  EXPECT_EQ(GetFolderItem("logo.png"), nil);
-  EXPECT_EQ(GetFolderItem(std::string("/tmp/a\0b", 8)), nil);
 }
 
 TEST_F(FilesTest, EmptyPathIsTheProgramFolder) {

@@ -9,6 +9,7 @@
 
 #include "ProgramFixture.h"
 #include "invoice/iwindow.h"
+#include "printing/LepLabel.h"
 
 namespace {
 
@@ -102,6 +103,12 @@ TEST_F(MainWindowTest, TheControlArraysRaiseOutOfBoundsPastTheirEnds) {
   EXPECT_EQ(w.currenysign(14)->Index(), 14);
   EXPECT_THROW(w.currenysign(15), OutOfBoundsException);
   EXPECT_THROW(w.currenysign(-1), OutOfBoundsException);
+  win::LepLabel& sheet = *LepLabel;
+  for (Integer i : {-1, 4}) {
+    EXPECT_THROW(sheet.label(i), OutOfBoundsException) << i;
+    EXPECT_THROW(sheet.lt(i), OutOfBoundsException) << i;
+    EXPECT_THROW(sheet.ll(i), OutOfBoundsException) << i;
+  }
 }
 
 }  // namespace

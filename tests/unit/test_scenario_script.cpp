@@ -60,92 +60,49 @@ TEST(ScenarioLexer, SplitsWordsStringsAndSemicolons) {
     EXPECT_FALSE(LexLine(bad).error.empty()) << bad;
 }
 
-TEST(ScenarioLexer, QuoteReadsBackAsTheSameBytes) {
-  std::string all;
-  for (int c = 0; c < 256; ++c) all += static_cast<char>(c);
-  std::string quoted = scn::Quote(all);
-  auto l = LexLine("type " + quoted);
-  ASSERT_TRUE(l.error.empty()) << l.error;
-  ASSERT_EQ(l.tokens.size(), 2u);
-  EXPECT_EQ(l.tokens[1].text, all);
-  EXPECT_EQ(quoted.find('\n'), std::string::npos);
-  EXPECT_EQ(quoted.find('\r'), std::string::npos);
-}
-
-TEST_F(ScriptFiles, SplitsScenariosAndKeepsTheirLines) {
-  std::string f = Write("a.scn",
-                        "# two scenarios\n"
-                        "scenario \"first\"\n"
-                        "start\r\n"
-                        "\n"
-                        "expect nomsgbox\n"
-                        "scenario \"second\"\n"
-                        "quit\n");
-  scn::Script s = scn::LoadScript(f);
-  ASSERT_EQ(s.scenarios.size(), 2u);
-  EXPECT_EQ(s.scenarios[0].name, "first");
-  EXPECT_TRUE(s.scenarios[0].error.empty());
-  ASSERT_EQ(s.scenarios[0].commands.size(), 2u);
-  EXPECT_EQ(s.scenarios[0].commands[0].where.line, 3);
-  EXPECT_EQ(s.scenarios[0].commands[0].tokens[0].text, "start");
-  EXPECT_EQ(s.scenarios[0].commands[1].where.line, 5);
-  EXPECT_EQ(s.scenarios[1].name, "second");
-  EXPECT_EQ(s.scenarios[1].where.line, 6);
-  EXPECT_EQ(s.scenarios[1].commands[0].where.line, 7);
-}
-
-TEST_F(ScriptFiles, IncludesAreRelativeToTheIncludingFile) {
-  Write("common/setup.inc",
-        "when modal prefswindow do click prefswindow.closebutt\ninclude \"more.inc\"\n");
+// Each command keeps the line it is reported at: its own, or for a line of an included file (found
+// relative to the file that includes it) the line of the outermost include, with the file and line
+// it comes from. A line that cannot be read fails only the scenario it is in.
+TEST_F(ScriptFiles, SplitsScenariosAndKeepsTheLinesTheyAreReportedAt) {
+  Write("common/setup.inc", "when modal prefswindow do click prefswindow.closebutt\ninclude \"more.inc\"\n");
   Write("common/more.inc", "start\n");
-  std::string f =
-      Write("a.scn", "scenario \"x\"\ntoday 2026-01-02\ninclude \"common/setup.inc\"\nquit\n");
-  scn::Script s = scn::LoadScript(f);
-  ASSERT_EQ(s.scenarios.size(), 1u);
+  const std::string f = Write("a.scn",
+                              "# two scenarios\n"
+                              "scenario \"first\"\n"
+                              "today 2026-01-02\r\n"
+                              "include \"common/setup.inc\"\n"
+                              "\n"
+                              "quit\n"
+                              "scenario \"bad string\"\n"
+                              "type \"no end\n"
+                              "scenario \"missing include\"\n"
+                              "include \"nowhere.inc\"\n"
+                              "scenario unnamed\n");
+  const scn::Script s = scn::LoadScript(f);
+  ASSERT_EQ(s.scenarios.size(), 4u);
   const scn::Scenario& sc = s.scenarios[0];
+  EXPECT_EQ(sc.name, "first");
   ASSERT_TRUE(sc.error.empty()) << sc.error << " / " << sc.errorFound;
   ASSERT_EQ(sc.commands.size(), 4u);
+  EXPECT_EQ(sc.commands[0].where.line, 3);
   EXPECT_EQ(sc.commands[1].tokens[0].text, "when");
-  // Lines from included files report the outermost include's line and say where they come from.
-  EXPECT_EQ(sc.commands[1].where.line, 3);
+  EXPECT_EQ(sc.commands[1].where.line, 4);
   EXPECT_NE(sc.commands[1].where.origin.find("setup.inc:1"), std::string::npos);
-  EXPECT_EQ(sc.commands[2].where.line, 3);
+  EXPECT_EQ(sc.commands[2].where.line, 4);
   EXPECT_NE(sc.commands[2].where.origin.find("more.inc:1"), std::string::npos);
-  EXPECT_EQ(sc.commands[3].where.line, 4);
+  EXPECT_EQ(sc.commands[3].where.line, 6);
   EXPECT_TRUE(sc.commands[3].where.origin.empty());
-}
-
-TEST_F(ScriptFiles, ProblemsFailTheScenarioTheyAreIn) {
-  std::string f = Write("a.scn",
-                        "scenario \"good\"\n"
-                        "start\n"
-                        "scenario \"bad string\"\n"
-                        "type \"no end\n"
-                        "scenario \"missing include\"\n"
-                        "include \"nowhere.inc\"\n"
-                        "scenario unnamed\n");
-  scn::Script s = scn::LoadScript(f);
-  ASSERT_EQ(s.scenarios.size(), 4u);
-  EXPECT_TRUE(s.scenarios[0].error.empty());
-  EXPECT_FALSE(s.scenarios[1].error.empty());
-  EXPECT_EQ(s.scenarios[1].errorAt.line, 4);
-  EXPECT_FALSE(s.scenarios[2].error.empty());
-  EXPECT_EQ(s.scenarios[2].errorAt.line, 6);
+  EXPECT_EQ(s.scenarios[1].errorAt.line, 8);
+  EXPECT_EQ(s.scenarios[2].errorAt.line, 10);
+  EXPECT_EQ(s.scenarios[3].errorAt.line, 11);
   EXPECT_FALSE(s.scenarios[3].error.empty());
-  EXPECT_EQ(s.scenarios[3].errorAt.line, 7);
 }
 
-TEST_F(ScriptFiles, AFileThatCannotBeReadIsOneFailure) {
-  scn::Script s = scn::LoadScript(dir_ + "/absent.scn");
-  ASSERT_EQ(s.scenarios.size(), 1u);
-  EXPECT_FALSE(s.scenarios[0].error.empty());
-}
-
-TEST_F(ScriptFiles, IncludingItselfStopsAtADepth) {
-  std::string f = Write("loop.scn", "scenario \"loop\"\ninclude \"loop.inc\"\n");
+// A file that cannot be read, or that includes itself without end, is one failing scenario.
+TEST_F(ScriptFiles, AFileThatCannotBeReadOrIncludesItselfIsOneFailure) {
+  EXPECT_FALSE(scn::LoadScript(dir_ + "/absent.scn").scenarios.at(0).error.empty());
   Write("loop.inc", "include \"loop.inc\"\n");
-  scn::Script s = scn::LoadScript(f);
+  const scn::Script s = scn::LoadScript(Write("loop.scn", "scenario \"loop\"\ninclude \"loop.inc\"\n"));
   ASSERT_EQ(s.scenarios.size(), 1u);
-  EXPECT_FALSE(s.scenarios[0].error.empty());
   EXPECT_EQ(s.scenarios[0].errorAt.line, 2);
 }

@@ -28,6 +28,7 @@ TEST(StringCompare, EqualityIgnoresCaseOnTheCharactersShown) {
   EXPECT_TRUE(String("STRASSE") == String("stra\xC3\x9F" "e"));            // straße
   EXPECT_TRUE(Untagged("CAF\x8E") == String("caf\xC3\xA9"));
   EXPECT_TRUE(String("e\xCC\x81") == String("\xC3\x89"));  // e + combining acute, É
+  EXPECT_TRUE(String("ABCDEFGHIJKLMNOP\xC3\x89") == String("abcdefghijklmnop\xC3\xA9"));
   EXPECT_FALSE(String("\xC3\xA9") == String("e"));
   EXPECT_TRUE(String("Stock").SameAs(Untagged("Stock")));
   EXPECT_FALSE(String("Stock").SameAs(String("stock")));
@@ -78,6 +79,7 @@ TEST(StringFunctions, LenLeftMidCountCharacters) {
   EXPECT_EQ(Mid(s, 5, 2).Bytes(), "20");
   EXPECT_EQ(Mid(s, 20).Bytes(), "");
   EXPECT_EQ(Chr(0x20AC).Bytes(), "\xE2\x82\xAC");
+  EXPECT_EQ(Chr(0).Bytes(), std::string(1, '\0'));
   EXPECT_EQ(Len(Chr(0x1F600)), 1);
   EXPECT_TRUE(Chr(-1).IsEmpty());
 }
@@ -113,7 +115,7 @@ TEST(StringEncoding, MacRomanBothWays) {
 }
 
 TEST(StringEncoding, ValidUtf8IsStrict) {
-  EXPECT_TRUE(IsValidUtf8("\xC2\xA3\xE2\x82\xAC\xF0\x9F\x98\x80"));
+  EXPECT_TRUE(IsValidUtf8("\xC2\xA3\xE2\x82\xAC\xF0\x9F\x98\x80\xF0\x90\x80\x80"));
   for (const char* bad : {"\xA3", "\xC0\x80", "\xE0\x80\xAF", "\xED\xA0\x80", "\xF4\x90\x80\x80", "\xE2\x82", "caf\x8E"})
     EXPECT_FALSE(IsValidUtf8(bad)) << bad;
 }
