@@ -13,6 +13,15 @@ cleanup() {
 }
 trap cleanup EXIT
 
+# Every source and build file opens with the licence's line.
+source=$(cd "$(dirname "$0")/.." && pwd)
+missing=$(cd "$source" && git ls-files '*.cpp' '*.h' '*.py' '*.sh' '*.cmake' 'CMakeLists.txt' \
+  '*/CMakeLists.txt' Makefile .ci/run | while IFS= read -r f; do
+  head -n 3 "$f" | grep -q 'SPDX-License-Identifier: GPL-3.0-or-later' || echo "$f"
+done)
+[ -z "$missing" ] || { echo "without the licence's SPDX line:"; echo "$missing"; exit 1; }
+echo "licence: every source and build file names it"
+
 cd "$build"
 rm -f ledgerly_*.deb ledgerly-dbgsym_*.ddeb
 cpack -G DEB >"$scratch/cpack.log" || { cat "$scratch/cpack.log"; exit 1; }
