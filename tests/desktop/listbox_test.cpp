@@ -69,9 +69,8 @@ TEST_F(Lists, RowsShowInTheColourOfTheirHandlerAndTenThousandFillAtTheCostOfTheR
 
 TEST_F(Lists, StockRowsAreSelectedEditedInPlaceAndDraggedThroughThePlatform) {
   StartProgram();
-  Listbox* box = nullptr;
   WhenShown("stockwindow", [&](Window& w) {
-    box = static_cast<Listbox*>(w.FindControl("stockbox"));
+    auto* box = static_cast<Listbox*>(w.FindControl("stockbox"));
     box->AddRow(std::vector<String>{"Widget", "1.50"});
     box->AddRow(std::vector<String>{"Gadget", "2.00"});
     box->AddRow(std::vector<String>{"Sprocket", "3.25"});
@@ -84,9 +83,7 @@ TEST_F(Lists, StockRowsAreSelectedEditedInPlaceAndDraggedThroughThePlatform) {
     // A click on a cell of the selected row opens the edit; keys go into it; Return ends it.
     ClickCell(box, 1, 1);
     EXPECT_TRUE(box->Editing());
-    Key(box, Qt::Key_4);
-    Key(box, Qt::Key_Period);
-    Key(box, Qt::Key_5);
+    Type(box, "4.5");
     Key(box, Qt::Key_Return);
     EXPECT_FALSE(box->Editing());
     EXPECT_TRUE(box->Cell(1, 1).SameAs("4.5"));
@@ -105,8 +102,6 @@ TEST_F(Lists, StockRowsAreSelectedEditedInPlaceAndDraggedThroughThePlatform) {
     Click(w.FindControl("KeepButt"));
   });
   stockwindow->ShowModal();
-  ASSERT_NE(box, nullptr);
-  EXPECT_FALSE(stockwindow->Visible());
 }
 
 }  // namespace
