@@ -50,24 +50,6 @@ double InkAcross(const QImage& page, double x, double y) {
   return ink;
 }
 
-QImage Render150(const QString& pdf) {
-  const QString base = pdf + QStringLiteral("-150");
-  QProcess::execute(QStringLiteral("pdftoppm"), {QStringLiteral("-r"), QStringLiteral("150"), QStringLiteral("-gray"),
-                                                 QStringLiteral("-singlefile"), pdf, base});
-  return QImage(base + QStringLiteral(".pgm"));
-}
-
-// What a person does in the print dialog to get a file: chooses "Print to File (PDF)", the last
-// entry of the printer list, whatever printer the system has, and names the file.
-void PrintToFileInTheDialog(QWidget* dialog, const QString& pdf) {
-  auto* printers = dialog->findChild<QComboBox*>(QStringLiteral("printers"));
-  auto* file = dialog->findChild<QLineEdit*>(QStringLiteral("filename"));
-  ASSERT_TRUE(printers && file);
-  printers->setCurrentIndex(printers->count() - 1);
-  file->setText(pdf);
-  static_cast<QDialog*>(dialog)->accept();
-}
-
 using Printing = DesktopTest;
 
 // A cancelled dialog prints nothing; "Print to File" gives the page at its points.
@@ -85,7 +67,14 @@ TEST_F(Printing, PrintToFileHoldsTheInvoiceAtItsCoordinatesWithRulesThatShowAndC
   Key(iwindow->customername, Qt::Key_P, Qt::ControlModifier);
   ASSERT_FALSE(QFile::exists(pdf));
 
-  WhenDialog([&](QWidget* dialog) { PrintToFileInTheDialog(dialog, pdf); });
+  // What a person does in the dialog to get a file: chooses "Print to File (PDF)", the last entry
+  // of the printer list, whatever printer the system has, and names the file.
+  WhenDialog([&](QWidget* dialog) {
+    auto* printers = dialog->findChild<QComboBox*>(QStringLiteral("printers"));
+    printers->setCurrentIndex(printers->count() - 1);
+    dialog->findChild<QLineEdit*>(QStringLiteral("filename"))->setText(pdf);
+    static_cast<QDialog*>(dialog)->accept();
+  });
   Key(iwindow->customername, Qt::Key_P, Qt::ControlModifier);
   ASSERT_TRUE(QFile::exists(pdf));
   // A word of the letterhead and one of the head at their points: the scale and the origin.
@@ -95,7 +84,9 @@ TEST_F(Printing, PrintToFileHoldsTheInvoiceAtItsCoordinatesWithRulesThatShowAndC
 
   // The black rule under the letterhead is a firm line at 150 dpi (half a point, about one pixel of
   // black), and the grey grid a light one.
-  const QImage page = Render150(pdf);
+  QProcess::execute(QStringLiteral("pdftoppm"), {QStringLiteral("-r"), QStringLiteral("150"), QStringLiteral("-gray"),
+                                                 QStringLiteral("-singlefile"), pdf, pdf});
+  const QImage page(pdf + QStringLiteral(".pgm"));
   ASSERT_FALSE(page.isNull());
   const double rule = InkAcross(page, 300, 110), grid = InkAcross(page, 300, 300);
   EXPECT_GT(rule, 0.7);
