@@ -47,7 +47,8 @@ TEST_F(Exceptions, TheRuntimesOwnAreReportedByNameAndTheProgramGoesOn) {
     Type(iwindow->customername, "z");
     shownFor.push_back(shown.contains(QString::fromLatin1(name)) ? name : shown.toStdString());
   }
-  EXPECT_EQ(shownFor, (std::vector<std::string>{"NilObjectException", "OutOfBoundsException", "IOException"}));
+  EXPECT_EQ(shownFor, (std::vector<std::string>{"NilObjectException", "OutOfBoundsException",
+                                                "IOException"}));
   iwindow->customername->OnKeyDown = nullptr;
   Type(iwindow->customername, "y");
   // Each handler stopped, and the key it was raised for went on as keys do.

@@ -45,7 +45,8 @@ TEST_F(FormKeys, ClicksTabsAndKeysReachTheFormAndTheWidgetsFollow) {
 
   NewInvoice();
   std::vector<std::string> events;
-  for (TextControl* c : {static_cast<TextControl*>(w.number(0)), static_cast<TextControl*>(w.description(0))}) {
+  for (TextControl* c :
+       {static_cast<TextControl*>(w.number(0)), static_cast<TextControl*>(w.description(0))}) {
     auto got = c->OnGotFocus;
     auto lost = c->OnLostFocus;
     c->OnGotFocus = [c, got, &events] {
@@ -62,7 +63,8 @@ TEST_F(FormKeys, ClicksTabsAndKeysReachTheFormAndTheWidgetsFollow) {
   Key(w.number(0), Qt::Key_Tab);
   EXPECT_EQ(w.Focus(), w.description(0));
   EXPECT_EQ(ViewOf(w)->focusWidget(), WidgetOf(w.description(0)));
-  EXPECT_EQ(events, (std::vector<std::string>{"got number(0)", "lost number(0)", "got description(0)"}));
+  EXPECT_EQ(events,
+            (std::vector<std::string>{"got number(0)", "lost number(0)", "got description(0)"}));
   Click(w.price(0));
   EXPECT_EQ(w.Focus(), w.price(0));
   Type(w.price(0), "3.5");
@@ -120,7 +122,8 @@ TEST_F(FormKeys, AltChordsAndLineBreaksCrossTheWidgetBoundaryAsThePlatformsKeys)
   w.customeraddress->CaretToEnd();
   Key(w.customeraddress, Qt::Key_Return);
   Type(w.customeraddress, "LS1");
-  EXPECT_TRUE(w.customeraddress->Text().SameAs("1 High Street" + Chr(13) + "Leeds" + Chr(13) + "LS1"));
+  EXPECT_TRUE(
+      w.customeraddress->Text().SameAs("1 High Street" + Chr(13) + "Leeds" + Chr(13) + "LS1"));
   EXPECT_EQ(editor->toPlainText(), QStringLiteral("1 High Street\nLeeds\nLS1"));
 }
 
@@ -140,7 +143,8 @@ TEST_F(FormKeys, AContextualClickOnADescriptionOffersTheStockAtTheMouse) {
       if (!menu) return;
       timer->stop();
       timer->deleteLater();
-      QTest::mouseClick(menu, Qt::LeftButton, Qt::NoModifier, menu->actionGeometry(menu->actions().at(row)).center());
+      QTest::mouseClick(menu, Qt::LeftButton, Qt::NoModifier,
+                        menu->actionGeometry(menu->actions().at(row)).center());
     });
     timer->start(10);
   };

@@ -93,7 +93,8 @@ TEST_F(Lists, StockRowsAreSelectedEditedInPlaceAndDraggedThroughThePlatform) {
     const QPoint from = t->visualRect(t->model()->index(0, 0)).center();
     const QPoint to = t->visualRect(t->model()->index(2, 0)).center();
     QTest::mousePress(t->viewport(), Qt::LeftButton, Qt::NoModifier, from);
-    QMouseEvent move(QEvent::MouseMove, to, t->viewport()->mapToGlobal(to), Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+    QMouseEvent move(QEvent::MouseMove, to, t->viewport()->mapToGlobal(to), Qt::NoButton,
+                     Qt::LeftButton, Qt::NoModifier);
     QApplication::sendEvent(t->viewport(), &move);
     QTest::mouseRelease(t->viewport(), Qt::LeftButton, Qt::NoModifier, to);
     EXPECT_TRUE(box->Cell(2, 0).SameAs("Widget"));

@@ -85,7 +85,9 @@ TEST_F(Menus, AControlKeyReachesItsLiveItemOnceEvenFromATextField) {
 
   int* abouts = CountShowings(*about);
   const Integer selStart = w.customername->SelStart(), selLength = w.customername->SelLength();
-  WhenShown("about", [this](Window& a) { Key(a.Focus() ? a.Focus() : a.FindControl("StaticText1"), Qt::Key_Escape); });
+  WhenShown("about", [this](Window& a) {
+    Key(a.Focus() ? a.Focus() : a.FindControl("StaticText1"), Qt::Key_Escape);
+  });
   Key(w.customername, Qt::Key_A, Qt::ControlModifier);
   EXPECT_EQ(*abouts, 1);
   EXPECT_EQ(w.customername->SelStart(), selStart);

@@ -3,9 +3,9 @@
 // file in the dialog, so that they print on no printer the system may have.
 #include <QComboBox>
 #include <QDialog>
+#include <QFile>
 #include <QImage>
 #include <QLineEdit>
-#include <QFile>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QStandardPaths>
@@ -28,12 +28,14 @@ QString Boxes(const QString& pdf) {
 // A word drawn with its left end at x and its baseline at y: its box starts at x and its
 // baseline lies between its top and bottom, nearer the bottom.
 void ExpectAt(const QString& boxes, const QString& text, double x, double y) {
-  const auto m = QRegularExpression(QStringLiteral("<word xMin=\"([0-9.]+)\" yMin=\"([0-9.]+)\" xMax=\"[0-9.]+\" "
-                                                   "yMax=\"([0-9.]+)\">%1</word>")
-                                        .arg(text))
+  const auto m = QRegularExpression(
+                     QStringLiteral("<word xMin=\"([0-9.]+)\" yMin=\"([0-9.]+)\" xMax=\"[0-9.]+\" "
+                                    "yMax=\"([0-9.]+)\">%1</word>")
+                         .arg(text))
                      .match(boxes);
   ASSERT_TRUE(m.hasMatch()) << text.toStdString();
-  const double xMin = m.captured(1).toDouble(), yMin = m.captured(2).toDouble(), yMax = m.captured(3).toDouble();
+  const double xMin = m.captured(1).toDouble(), yMin = m.captured(2).toDouble(),
+               yMax = m.captured(3).toDouble();
   EXPECT_NEAR(xMin, x, 1.5) << text.toStdString();
   EXPECT_LT(yMin, y) << text.toStdString();
   EXPECT_GT(yMax, y) << text.toStdString();
@@ -53,9 +55,11 @@ double InkAcross(const QImage& page, double x, double y) {
 using Printing = DesktopTest;
 
 // A cancelled dialog prints nothing; "Print to File" gives the page at its points.
-TEST_F(Printing, PrintToFileHoldsTheInvoiceAtItsCoordinatesWithRulesThatShowAndCancelPrintsNothing) {
+TEST_F(Printing,
+       PrintToFileHoldsTheInvoiceAtItsCoordinatesWithRulesThatShowAndCancelPrintsNothing) {
   for (const char* tool : {"pdftotext", "pdftoppm"})
-    if (QStandardPaths::findExecutable(QString::fromLatin1(tool)).isEmpty()) GTEST_SKIP() << tool << " is not installed";
+    if (QStandardPaths::findExecutable(QString::fromLatin1(tool)).isEmpty())
+      GTEST_SKIP() << tool << " is not installed";
   StartProgram();
   prefswindow->mybusinessname->setText("Arle");
   iwindow->invoicenumberField->setText("00042");
@@ -84,8 +88,9 @@ TEST_F(Printing, PrintToFileHoldsTheInvoiceAtItsCoordinatesWithRulesThatShowAndC
 
   // The black rule under the letterhead is a firm line at 150 dpi (half a point, about one pixel of
   // black), and the grey grid a light one.
-  QProcess::execute(QStringLiteral("pdftoppm"), {QStringLiteral("-r"), QStringLiteral("150"), QStringLiteral("-gray"),
-                                                 QStringLiteral("-singlefile"), pdf, pdf});
+  QProcess::execute(QStringLiteral("pdftoppm"),
+                    {QStringLiteral("-r"), QStringLiteral("150"), QStringLiteral("-gray"),
+                     QStringLiteral("-singlefile"), pdf, pdf});
   const QImage page(pdf + QStringLiteral(".pgm"));
   ASSERT_FALSE(page.isNull());
   const double rule = InkAcross(page, 300, 110), grid = InkAcross(page, 300, 300);
@@ -96,7 +101,8 @@ TEST_F(Printing, PrintToFileHoldsTheInvoiceAtItsCoordinatesWithRulesThatShowAndC
 }
 
 TEST_F(Printing, TheLogoDialogOffersThePictureTypes) {
-  const QString filter = desk::NameFilterFor("image/gif;image/jpeg;image/tiff;image/bmp;image/pict");
+  const QString filter =
+      desk::NameFilterFor("image/gif;image/jpeg;image/tiff;image/bmp;image/pict");
   for (const char* pattern : {"*.gif", "*.jpg", "*.jpeg", "*.tif", "*.tiff", "*.bmp", "*.pict"})
     EXPECT_TRUE(filter.contains(QLatin1String(pattern))) << pattern;
 }
