@@ -55,7 +55,7 @@ check-package: deps-package
 # The pictures in docs/: the main window and a dialog over it under Xvfb, and a
 # printed invoice at 72 and at 150 dpi.
 screenshot: build
-	bash tests/desktop/screenshot.sh $(BUILD) docs
+	bash tools/screenshot.sh $(BUILD) docs
 
 # The snapshots of every window and page written anew into tests/golden/, for `git diff` to show.
 # Look at what changed before committing it: the page scenarios print to PDF too, and their kept

@@ -82,7 +82,7 @@ void DesktopTest::Click(Control* c) {
 void DesktopTest::Type(Control* c, const QString& text) {
   QWidget* w = WidgetOf(c);
   ASSERT_NE(w, nullptr) << c->FullName();
-  for (QChar ch : text) QTest::keyClick(w, ch.toLatin1());
+  QTest::keyClicks(w, text);
 }
 
 void DesktopTest::Key(Control* c, Qt::Key key, Qt::KeyboardModifiers mods) {

@@ -6,84 +6,63 @@
 #include "DesktopFixture.h"
 #include "core/Module1.h"
 #include "invoice/iwindow.h"
-#include "secondary/about.h"
 #include "secondary/help.h"
 #include "secondary/surewindow.h"
 
 namespace {
 
-class Dialogs : public DesktopTest {};
+using Dialogs = DesktopTest;
 
-TEST_F(Dialogs, ReturnOnTheQuestionAnswersCancel) {
+// The question is a modal dialog without a title bar: Return in its field reaches Cancel, a click
+// on "Do it" answers yes and its buttons take no focus, and its close box hides it with the answer
+// left alone. Its caller waits the while. A dark frame outside its designed size shows it over the
+// white form, and the form inside keeps that size. A message box holds its caller the same way.
+TEST_F(Dialogs, TheQuestionAndAMessageBoxBlockTheirCallerAndAnswerByKeysButtonsAndCloseBox) {
   StartProgram();
+  surewindow->surefield->setText("Sure?");
   Module1::sure = true;  // an earlier "Do it"
-  surewindow->surefield->setText("Delete everything?");
   WhenShown("surewindow", [this](Window&) { Key(surewindow->surefield, Qt::Key_Return); });
   surewindow->ShowModal();
   EXPECT_FALSE(Module1::sure);
-  EXPECT_FALSE(surewindow->Visible());
   EXPECT_FALSE(ViewOf(*surewindow)->isVisible());
-}
 
-TEST_F(Dialogs, AClickOnDoItAnswersYesAndTheButtonsTakeNoFocus) {
-  StartProgram();
-  Module1::sure = false;
-  surewindow->surefield->setText("Sure?");
-  Control* focusBefore = nullptr;
-  WhenShown("surewindow", [&](Window& w) {
-    focusBefore = w.Focus();
-    EXPECT_EQ(WidgetOf(surewindow->acceptbutt)->focusPolicy(), Qt::NoFocus);
-    Click(surewindow->acceptbutt);
-  });
-  surewindow->ShowModal();
-  EXPECT_TRUE(Module1::sure);
-  EXPECT_EQ(surewindow->Focus(), focusBefore);
-}
-
-TEST_F(Dialogs, AModalWindowBlocksItsCallerUntilItIsHidden) {
-  StartProgram();
   bool returned = false;
-  bool sawItBlocking = false;
-  WhenShown("about", [&](Window& w) {
-    sawItBlocking = !returned && ViewOf(w)->isVisible() && ViewOf(w)->isModal();
-    Click(w.FindControl("PushButton1"));
-  });
-  about->ShowModal();
-  returned = true;
-  EXPECT_TRUE(sawItBlocking);
-  EXPECT_FALSE(about->Visible());
-  EXPECT_FALSE(ViewOf(*about)->isVisible());
-}
-
-TEST_F(Dialogs, TheCloseBoxOfASecondaryWindowHidesItAndLeavesTheAnswerAlone) {
-  StartProgram();
-  Module1::sure = true;
-  surewindow->surefield->setText("Sure?");
-  WhenShown("surewindow", [this](Window& w) { ViewOf(w)->close(); });
-  surewindow->ShowModal();
-  EXPECT_FALSE(surewindow->Visible());
-  EXPECT_TRUE(Module1::sure);
-  EXPECT_TRUE(iwindow->Visible());
-}
-
-// A Frame 2 window has no title bar: a dark frame outside its designed size shows it over the
-// white form, and the form inside keeps that size.
-TEST_F(Dialogs, AFrame2WindowHasADarkFrameOutsideItsDesignedSize) {
-  StartProgram();
+  Control* focusBefore = nullptr;
   QImage shot;
   QRect form;
   WhenShown("surewindow", [&](Window& w) {
+    EXPECT_FALSE(returned);
+    EXPECT_TRUE(ViewOf(w)->isVisible() && ViewOf(w)->isModal());
+    EXPECT_EQ(WidgetOf(surewindow->acceptbutt)->focusPolicy(), Qt::NoFocus);
+    focusBefore = w.Focus();
     shot = ViewOf(w)->grab().toImage();
     QWidget* f = ViewOf(w)->Form();
     form = QRect(f->mapTo(ViewOf(w), QPoint(0, 0)), f->size());
-    Click(surewindow->cancelbutt);
+    Click(surewindow->acceptbutt);
   });
   surewindow->ShowModal();
+  returned = true;
+  EXPECT_TRUE(Module1::sure);
+  EXPECT_EQ(surewindow->Focus(), focusBefore);
   EXPECT_EQ(form, QRect(2, 2, surewindow->Width, surewindow->Height));
   ASSERT_EQ(shot.size(), QSize(surewindow->Width + 4, surewindow->Height + 4));
   for (QPoint p : {QPoint(0, 0), QPoint(1, 60), QPoint(shot.width() - 1, shot.height() - 2)})
     EXPECT_LT(qGray(shot.pixel(p)), 0x60) << p.x() << "," << p.y();
   EXPECT_EQ(qGray(shot.pixel(2, 2)), 0xFF);
+
+  WhenShown("surewindow", [this](Window& w) { ViewOf(w)->close(); });
+  surewindow->ShowModal();
+  EXPECT_FALSE(surewindow->Visible());
+  EXPECT_TRUE(Module1::sure);
+  EXPECT_TRUE(iwindow->Visible());
+
+  QString shown;
+  WhenDialog([&](QWidget* box) {
+    shown = box->property("text").toString();
+    box->findChild<QPushButton*>()->click();
+  });
+  MsgBox("Select an item to delete");
+  EXPECT_EQ(shown, QStringLiteral("Select an item to delete"));
 }
 
 // The help text is locked to all four sides and grows with its window; Close is locked to the
@@ -110,20 +89,6 @@ TEST_F(Dialogs, LockedControlsFollowTheWindowsEdges) {
   ViewOf(*iwindow)->resize(ViewOf(*iwindow)->size() + QSize(100, 80));
   Settle();
   EXPECT_EQ(WidgetOf(iwindow->customername)->geometry(), fieldBefore);
-}
-
-TEST_F(Dialogs, AMessageBoxHoldsTheHandlerUntilDismissed) {
-  StartProgram();
-  QString shown;
-  WhenDialog([&](QWidget* box) {
-    for (QPushButton* b : box->findChildren<QPushButton*>()) {
-      shown = box->property("text").toString();
-      b->click();
-      break;
-    }
-  });
-  MsgBox("Select an item to delete");
-  EXPECT_EQ(shown, QStringLiteral("Select an item to delete"));
 }
 
 }  // namespace

@@ -36,7 +36,10 @@ class Menus : public DesktopTest {
   std::vector<std::shared_ptr<int>> counts_;
 };
 
-TEST_F(Menus, TheBarHoldsEveryMenuInOrderWithItsKeys) {
+// Every menu in order, every item with its text and key, Edit opening with its separator; an item
+// is live exactly while the platform says so, and while a modal window is in front only Quit of
+// the main window's items stays live.
+TEST_F(Menus, TheBarShowsEveryItemWithItsKeyLiveAsThePlatformSays) {
   StartProgram();
   QMenuBar* bar = ViewOf(*iwindow)->Menus()->bar();
   QStringList titles;
@@ -47,62 +50,15 @@ TEST_F(Menus, TheBarHoldsEveryMenuInOrderWithItsKeys) {
     QAction* a = Action(item->Name);
     ASSERT_NE(a, nullptr) << item->Name;
     EXPECT_TRUE(a->text().startsWith(QString::fromStdString(item->Text.Utf8()))) << item->Name;
-    if (!item->KeyboardShortcut.empty()) {
-      EXPECT_TRUE(a->text().contains(QLatin1Char('\t'))) << item->Name;
-    }
+    EXPECT_EQ(a->text().contains(QLatin1Char('\t')), !item->KeyboardShortcut.empty()) << item->Name;
+    EXPECT_EQ(a->isEnabled(), item->Enabled()) << item->Name;
   }
-}
-
-TEST_F(Menus, TheEditMenuShowsTheSeparatorItOpensWith) {
-  StartProgram();
-  QMenu* edit = ViewOf(*iwindow)->Menus()->bar()->findChild<QMenu*>(QStringLiteral("EditMenu"));
+  QMenu* edit = bar->findChild<QMenu*>(QStringLiteral("EditMenu"));
   ASSERT_NE(edit, nullptr);
   QAction* first = edit->actions().value(0);
   ASSERT_TRUE(first && first->isSeparator());
   EXPECT_GT(edit->actionGeometry(first).height(), 0);
-}
 
-TEST_F(Menus, AShortcutReachesItsHandlerOnceEvenFromATextField) {
-  StartProgram();
-  int* asked = CountShowings(*surewindow);
-  WhenShown("surewindow", [this](Window&) { Key(surewindow->surefield, Qt::Key_Escape); });
-  Key(iwindow->customername, Qt::Key_N, Qt::ControlModifier);
-  EXPECT_EQ(*asked, 1);
-  EXPECT_TRUE(surewindow->surefield->Text().SameAs("Clear all and create new invoice?"));
-  EXPECT_FALSE(surewindow->Visible());
-
-  // "Cmd+A" is About, not Select All, with the focus in a text field.
-  int* abouts = CountShowings(*about);
-  const Integer selStart = iwindow->customername->SelStart(), selLength = iwindow->customername->SelLength();
-  WhenShown("about", [this](Window& w) { Key(w.Focus() ? w.Focus() : w.FindControl("StaticText1"), Qt::Key_Escape); });
-  Key(iwindow->customername, Qt::Key_A, Qt::ControlModifier);
-  EXPECT_EQ(*abouts, 1);
-  EXPECT_EQ(iwindow->customername->SelStart(), selStart);
-  EXPECT_EQ(iwindow->customername->SelLength(), selLength);
-}
-
-TEST_F(Menus, ADimmedItemShowsDimmedAndItsKeyDoesNothing) {
-  StartProgram();
-  QAction* backup = Action("filebackup");
-  ASSERT_NE(backup, nullptr);
-  EXPECT_FALSE(backup->isEnabled());
-  EXPECT_TRUE(Action("filenew")->isEnabled());
-  // Cmd+, on two items: only the live one in Help answers.
-  EXPECT_FALSE(Action("editprefs")->isEnabled());
-  EXPECT_TRUE(Action("appleprefs")->isEnabled());
-
-  const std::size_t shownBefore = WindowRegistry::Shown().size();
-  const bool dirtyBefore = Module1::texthaschanged;
-  Key(iwindow->customername, Qt::Key_B, Qt::ControlModifier);
-  Key(iwindow->customername, Qt::Key_D, Qt::ControlModifier | Qt::ShiftModifier);
-  Settle();
-  EXPECT_EQ(WindowRegistry::Shown().size(), shownBefore);
-  EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
-  EXPECT_EQ(Module1::texthaschanged, dirtyBefore);
-}
-
-TEST_F(Menus, WhileAModalWindowIsInFrontTheMainWindowsItemsAreDimmed) {
-  StartProgram();
   bool newWasLive = true, quitWasLive = false;
   WhenShown("surewindow", [&](Window&) {
     newWasLive = Action("filenew")->isEnabled();
@@ -115,9 +71,37 @@ TEST_F(Menus, WhileAModalWindowIsInFrontTheMainWindowsItemsAreDimmed) {
   EXPECT_TRUE(Action("filenew")->isEnabled());
 }
 
-TEST_F(Menus, TheEditItemsActOnTheFocusedFieldThroughTheSystemClipboard) {
+// A Control key in a text field goes to the live item that has it, once: Cmd+A is About, not
+// Select All; a dimmed item's key does nothing; Copy and Paste carry the focused field's text
+// through the system clipboard.
+TEST_F(Menus, AControlKeyReachesItsLiveItemOnceEvenFromATextField) {
   StartProgram();
   auto& w = *iwindow;
+  int* asked = CountShowings(*surewindow);
+  WhenShown("surewindow", [this](Window&) { Key(surewindow->surefield, Qt::Key_Escape); });
+  Key(w.customername, Qt::Key_N, Qt::ControlModifier);
+  EXPECT_EQ(*asked, 1);
+  EXPECT_FALSE(surewindow->Visible());
+
+  int* abouts = CountShowings(*about);
+  const Integer selStart = w.customername->SelStart(), selLength = w.customername->SelLength();
+  WhenShown("about", [this](Window& a) {
+    Key(a.Focus() ? a.Focus() : a.FindControl("StaticText1"), Qt::Key_Escape);
+  });
+  Key(w.customername, Qt::Key_A, Qt::ControlModifier);
+  EXPECT_EQ(*abouts, 1);
+  EXPECT_EQ(w.customername->SelStart(), selStart);
+  EXPECT_EQ(w.customername->SelLength(), selLength);
+
+  const std::size_t shownBefore = WindowRegistry::Shown().size();
+  const bool dirtyBefore = Module1::texthaschanged;
+  Key(w.customername, Qt::Key_B, Qt::ControlModifier);
+  Key(w.customername, Qt::Key_D, Qt::ControlModifier | Qt::ShiftModifier);
+  Settle();
+  EXPECT_EQ(WindowRegistry::Shown().size(), shownBefore);
+  EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+  EXPECT_EQ(Module1::texthaschanged, dirtyBefore);
+
   w.ordernumberfield->setText("PO-17");
   Click(w.ordernumberfield);
   w.ordernumberfield->setSelStart(0);

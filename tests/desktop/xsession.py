@@ -1,9 +1,9 @@
 #!/usr/bin/python3
-# The desktop program as a person meets it: the real program on an X server of its own (Xvfb), with
-# or without a window manager (openbox), keys and clicks from xdotool, windows read from the X
-# server, controls read and pressed through AT-SPI, the screen reader's interface. Every wait is
-# on a state, with a deadline. A screenshot of each window is kept in SHOTS.
-#   xsession.py LEDGERLY SHOTS bare|openbox|atspi
+# The desktop program as only a real X session shows it: the real program on an X server of its own
+# (Xvfb), with or without a window manager (openbox), keys and clicks from xdotool, windows read
+# from the X server, controls read and pressed through AT-SPI, the screen reader's interface. Every
+# wait is on a state, with a deadline.
+#   xsession.py LEDGERLY bare|openbox
 # Run it inside `dbus-run-session`, so that AT-SPI has a session bus of its own.
 import os
 import shutil
@@ -15,7 +15,7 @@ import time
 import pyatspi
 from Xlib import X, Xatom, display, protocol
 
-LEDGERLY, SHOTS, MODE = os.path.abspath(sys.argv[1]), os.path.abspath(sys.argv[2]), sys.argv[3]
+LEDGERLY, MODE = os.path.abspath(sys.argv[1]), sys.argv[2]
 MAIN = "Ledgerly - by Tobin Arle"
 MWM_FUNC_ALL, MWM_FUNC_MINIMIZE, MWM_FUNC_MAXIMIZE = 1, 8, 16
 failures = []
@@ -55,7 +55,7 @@ dpy = display.Display()
 root = dpy.screen().root
 atom = dpy.intern_atom
 children = [xvfb]
-if MODE != "bare":
+if MODE == "openbox":
     children.append(subprocess.Popen(["openbox", "--sm-disable"], stderr=subprocess.DEVNULL))
     until(lambda: root.get_full_property(atom("_NET_SUPPORTING_WM_CHECK"), X.AnyPropertyType), "openbox runs")
 
@@ -67,7 +67,6 @@ env = dict(os.environ, XDG_RUNTIME_DIR=runtime, QT_LINUX_ACCESSIBILITY_ALWAYS_ON
            CUPS_SERVER=os.path.join(runtime, "no-cups.sock"))
 env.pop("QT_QPA_PLATFORM", None)
 program = subprocess.Popen([os.path.join(folder, "ledgerly")], cwd=folder, env=env)
-os.makedirs(SHOTS, exist_ok=True)
 
 
 def finish():
@@ -115,11 +114,6 @@ def above(top, below):
     return top.id in ids and below.id in ids and ids.index(top.id) > ids.index(below.id)
 
 
-def transient_for(w):
-    p = w.get_full_property(Xatom.WM_TRANSIENT_FOR, X.AnyPropertyType)
-    return p.value[0] if p else None
-
-
 def asks_no_minimise_or_maximise(w):
     """Motif hints: no decorations at all (no title bar, so no buttons), or functions without
     minimise and maximise."""
@@ -132,21 +126,11 @@ def asks_no_minimise_or_maximise(w):
     return bool(flags & 1) and not functions & (MWM_FUNC_ALL | MWM_FUNC_MINIMIZE | MWM_FUNC_MAXIMIZE)
 
 
-def client_message(w, kind, data, to_root=True):
-    event = protocol.event.ClientMessage(window=w, client_type=atom(kind), data=(32, data + [0] * (5 - len(data))))
-    if to_root:
-        root.send_event(event, event_mask=X.SubstructureRedirectMask | X.SubstructureNotifyMask)
-    else:
-        w.send_event(event)
-    dpy.flush()
-
-
 def close_box(w):
-    """What the close box does: the window manager asks the window to close."""
-    if MODE == "bare":
-        client_message(w, "WM_PROTOCOLS", [atom("WM_DELETE_WINDOW"), X.CurrentTime], to_root=False)
-    else:
-        client_message(w, "_NET_CLOSE_WINDOW", [X.CurrentTime, 2])
+    """What the close box does: the window is asked to close (WM_DELETE_WINDOW)."""
+    data = [atom("WM_DELETE_WINDOW"), X.CurrentTime, 0, 0, 0]
+    w.send_event(protocol.event.ClientMessage(window=w, client_type=atom("WM_PROTOCOLS"), data=(32, data)))
+    dpy.flush()
 
 
 def key(*keys):
@@ -156,10 +140,6 @@ def key(*keys):
 def click(w, x, y):
     g = w.translate_coords(root, 0, 0)
     subprocess.run(["xdotool", "mousemove", str(-g.x + x), str(-g.y + y), "click", "1"], check=True)
-
-
-def shot(name):
-    subprocess.run(["import", "-window", "root", os.path.join(SHOTS, name + ".png")], check=True)
 
 
 # ---- controls as a screen reader sees them --------------------------------------------------
@@ -192,41 +172,12 @@ def press(f, name):
     button.queryAction().doAction(0)
 
 
-def text_of(acc):
-    t = acc.queryText()
-    return t.getText(0, t.characterCount)
-
-
 REACHABLE = {"text", "entry", "push button", "check box", "combo box", "table", "list", "radio button"}
 
 
 def unnamed_controls(f):
     return ["%s in %s" % (a.getRoleName(), f.name) for a in walk(f)
             if a.getRoleName() in REACHABLE and a.getState().contains(pyatspi.STATE_SHOWING) and not a.name.strip()]
-
-
-# ---- the first start, and the windows of the menus -----------------------------------------
-def first_start(change_currency):
-    until(lambda: app() and any(f is not None and find(f, "Please fill out the prefs.") for f in app()),
-          "the message of the first start")
-    shot("first-start-message")
-    key("Return")
-    prefs = until(lambda: window("Ledgerly preferences"), "the preferences at the first start")
-    if change_currency:
-        # The sign changes on the form: the main window comes into being behind the dialog.
-        g = prefs.translate_coords(root, 0, 0)
-        subprocess.run(["xdotool", "mousemove", str(-g.x + 2 + 500), str(-g.y + 2 + 128), "click", "1"], check=True)
-        until(lambda: any(a.getRoleName() == "list" and a.getState().contains(pyatspi.STATE_SHOWING) and
-                          any(i is not None and i.name == "\u20ac" for i in a) for f in app() if f is not None
-                          for a in walk(f)), "the currency popup open")
-        key("Down", "Return")
-        main = until(lambda: window(MAIN), "the main window behind the preferences")
-        until(lambda: above(prefs, main), "the preferences above the main window")
-        check(above(prefs, main), "the first start's preferences stay above the main window that came after them")
-        shot("first-start-preferences")
-    press(until(lambda: frame("Ledgerly preferences"), "prefs"), "close")
-    until(lambda: not viewable(prefs), "the preferences closed")
-    return until(lambda: window(MAIN), "the main window")
 
 
 def exit_code():
@@ -236,65 +187,51 @@ def exit_code():
         return None
 
 
+def open_modal(main, keys, title):
+    key(keys)
+    return until(lambda: next((w for w in stacking() if name_of(w) == title and w.id != main.id and above(w, main)),
+                              None), title + " in front of the main window")
+
+
+def close_by_button(w, title, button):
+    press(until(lambda: frame(title), title + " to AT-SPI"), button)
+    until(lambda: not viewable(w), title + " closed")
+
+
 MODALS = [  # key, title, the button that closes it
     ("ctrl+a", "About Ledgerly", "Close"),
     ("ctrl+h", "Ledgerly help", "Close"),
     ("ctrl+comma", "Ledgerly preferences", "close"),
     ("ctrl+e", "Stock window", "Done"),
-    ("ctrl+n", "Untitled", "Cancel"),
+    ("ctrl+n", "Untitled", "Do it"),  # the form opens for typing
     ("ctrl+l", "Untitled", "Close"),
     ("ctrl+alt+l", "Leopard Labeler for 4 up label sheets", "Close"),
 ]
 
-
-def open_modal(main, keys, title):
-    key(keys)
-    w = until(lambda: next((w for w in stacking() if name_of(w) == title and w.id != main.id and above(w, main)),
-                           None), title + " in front of the main window")
-    return w
-
-
 try:
+    # The first start: its message, then the preferences.
+    until(lambda: app() and any(f is not None and find(f, "Please fill out the prefs.") for f in app()),
+          "the message of the first start")
+    key("Return")
+    prefs = until(lambda: window("Ledgerly preferences"), "the preferences at the first start")
     if MODE == "bare":
-        main = first_start(change_currency=True)
-        close_box(main)
-        check(exit_code() == 0, "the main window's close box ends the program")
+        # With no window manager to keep them there: a change of the currency makes the main window
+        # come into being behind the preferences, which stay above it.
+        click(prefs, 2 + 500, 2 + 128)
+        until(lambda: any(a.getRoleName() == "list" and a.getState().contains(pyatspi.STATE_SHOWING) and
+                          any(i is not None and i.name == "\u20ac" for i in a) for f in app() if f is not None
+                          for a in walk(f)), "the currency popup open")
+        key("Down", "Return")
+        main = until(lambda: window(MAIN), "the main window behind the preferences")
+        until(lambda: above(prefs, main), "the preferences above the main window")
+        check(above(prefs, main), "the first start's preferences stay above the main window that came after them")
+    close_by_button(prefs, "Ledgerly preferences", "close")
+    main = until(lambda: window(MAIN), "the main window")
 
-    elif MODE == "openbox":
-        main = first_start(change_currency=False)
-        shot("main-window")
+    if MODE == "openbox":
+        # Each modal window in front of the main window, with its own title, the main window as its
+        # transient parent, no minimise or maximise asked for, and a name on every control.
         check(name_of(main) == MAIN, "the main window's title is its own: " + repr(name_of(main)))
-        for keys, title, button in MODALS:
-            w = open_modal(main, keys, title)
-            check(name_of(w) == title, "title %r" % name_of(w))
-            check(transient_for(w) == main.id, title + " has the main window as transient parent")
-            check(asks_no_minimise_or_maximise(w), title + " asks for neither minimise nor maximise")
-            shot(title.lower().replace(" ", "-") + ("-" + keys.split("+")[-1] if title == "Untitled" else ""))
-            press(until(lambda: frame(title), title + " to AT-SPI"), button)
-            until(lambda: not viewable(w), title + " closed")
-
-        # A person tries to lose About: minimises it, clicks and types on the main window, presses
-        # the main window's close box. About stays in front and the program goes on.
-        about = open_modal(main, "ctrl+a", "About Ledgerly")
-        subprocess.run(["xdotool", "windowminimize", str(about.id)], check=True)
-        dpy.sync()
-        until(lambda: viewable(about) and viewable(main) and above(about, main), "About back in front after minimising")
-        click(main, 44 + 30, 14 + 30)
-        subprocess.run(["xdotool", "type", "zz"], check=True)
-        close_box(main)
-        press(until(lambda: frame("About Ledgerly"), "About to AT-SPI"), "Close")
-        until(lambda: not viewable(about), "About closed")
-        check(program.poll() is None and viewable(main), "the main window's close box did nothing while About was open")
-        name = find(until(lambda: frame(MAIN), "the main window to AT-SPI"), "customer name")
-        check(name is not None and text_of(name) == "customer name", "the main window took no keys while About was open")
-        about = open_modal(main, "ctrl+a", "About Ledgerly")
-        press(until(lambda: frame("About Ledgerly"), "About to AT-SPI"), "Close")
-        until(lambda: not viewable(about), "About closed again")
-        close_box(main)
-        check(exit_code() == 0, "the program goes on and then ends by its close box")
-
-    elif MODE == "atspi":
-        main = first_start(change_currency=False)
         form = until(lambda: frame(MAIN), "the main window to AT-SPI")
         for name, role in [("order number", "text"), ("invoice date", "text"), ("Tax/Vat", "text"),
                            ("cost each, row 3", "text"), ("customer name", "text"), ("comments", "text"),
@@ -302,13 +239,31 @@ try:
             check(find(form, name, role) is not None, "the main window has a %s named %r" % (role, name))
         check(unnamed_controls(form) == [], "every control of the main window has a name: %s" % unnamed_controls(form))
         for keys, title, button in MODALS:
-            open_modal(main, keys, title)
+            w = open_modal(main, keys, title)
+            check(name_of(w) == title, "title %r" % name_of(w))
+            parent = w.get_full_property(Xatom.WM_TRANSIENT_FOR, X.AnyPropertyType)
+            check(parent is not None and parent.value[0] == main.id, title + " has the main window as transient parent")
+            check(asks_no_minimise_or_maximise(w), title + " asks for neither minimise nor maximise")
             f = until(lambda: frame(title), title + " to AT-SPI")
             check(unnamed_controls(f) == [], "every control of %s has a name: %s" % (title, unnamed_controls(f)))
-            press(f, button)
-            until(lambda: not frame(title), title + " closed")
+            close_by_button(w, title, button)
+
+        # A person tries to lose About: minimises it, clicks and types on the main window, presses
+        # the main window's close box. About stays in front and the program goes on.
+        name = find(form, "customer name", "text").queryText()
+        typed = name.getText(0, name.characterCount)
+        about = open_modal(main, "ctrl+a", "About Ledgerly")
+        subprocess.run(["xdotool", "windowminimize", str(about.id)], check=True)
+        dpy.sync()
+        until(lambda: viewable(about) and viewable(main) and above(about, main), "About back in front after minimising")
+        click(main, 44 + 30, 14 + 30)
+        subprocess.run(["xdotool", "type", "zz"], check=True)
         close_box(main)
-        check(exit_code() == 0, "the program ends by its close box")
+        close_by_button(about, "About Ledgerly", "Close")
+        check(program.poll() is None and viewable(main), "the main window's close box did nothing while About was open")
+        check(name.getText(0, name.characterCount) == typed, "the main window took no keys while About was open")
+    close_box(main)
+    check(exit_code() == 0, "the main window's close box ends the program")
 finally:
     finish()
 

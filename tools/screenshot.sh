@@ -6,7 +6,7 @@
 # invoice" over the form (dialog-over-form.png). An invoice printed to PDF by the scenario runner
 # (the same drawing as on paper) is rendered at 72 dpi (invoice-page.png) and its upper part at
 # 150 dpi (invoice-rules-150dpi.png), where the rules can be seen.
-#   tests/desktop/screenshot.sh BUILD_DIR DOCS_DIR
+#   tools/screenshot.sh BUILD_DIR DOCS_DIR
 set -euo pipefail
 build=$(realpath "${1:-build}")
 docs=$(realpath -m "${2:-docs}")
