@@ -14,6 +14,7 @@
 #include <string>
 #include <vector>
 
+#include "TempFolder.h"
 #include "rb/Files.h"
 
 namespace {
@@ -34,26 +35,24 @@ std::vector<std::string> OnDisk(const std::string& folder) {
   return names;
 }
 
-// Every test works in a fresh folder of its own, inside another of its own, so that the outer one
-// shows whether anything reached outside.
-class FilesTest : public ::testing::Test {
+// Every test works in a folder of its own inside the test's folder, so that the outer one shows
+// whether anything reached outside.
+class FilesTest : public TempFolderTest {
  protected:
   void SetUp() override {
-    char pattern[] = "/tmp/ledgerly-files-XXXXXX";
-    ASSERT_NE(::mkdtemp(pattern), nullptr);
-    outer_ = pattern;
-    dir_ = outer_ + "/data";
-    ASSERT_EQ(::mkdir(dir_.c_str(), 0700), 0);
-    SetProgramFolder(dir_);
+    TempFolderTest::SetUp();
+    data_ = dir_ + "/data";
+    ASSERT_EQ(::mkdir(data_.c_str(), 0700), 0);
+    SetProgramFolder(data_);
   }
   void TearDown() override {
     SetProgramFolder("");
-    std::filesystem::remove_all(outer_);
+    TempFolderTest::TearDown();
   }
   Ref<FolderItem> Folder() { return GetFolderItem(""); }
-  std::string Path(const std::string& name) { return dir_ + "/" + name; }
+  std::string Path(const std::string& name) { return data_ + "/" + name; }
 
-  std::string outer_, dir_;
+  std::string data_;
 };
 
 // A Single too big for it goes out as infinity, a PString keeps its first 255 bytes even inside a
@@ -107,17 +106,17 @@ TEST_F(FilesTest, AWriteGoesOverTheFileFromWhereTheStreamStandsAndLandsWhole) {
   // A stream dropped without Close, as when an exception stops its handler, keeps what it wrote.
   Folder()->Child("marker")->CreateTextFile()->WriteLine("Brown");
   EXPECT_EQ(ReadRaw(Path("marker")), "Brown\n");
-  EXPECT_EQ(OnDisk(dir_), (std::vector<std::string>{"inv", "marker"}));
+  EXPECT_EQ(OnDisk(data_), (std::vector<std::string>{"inv", "marker"}));
 }
 
 // Whatever is not a plain file of the folder's own (nothing, a folder, a link, a pipe) is refused
 // at once by every open, for reading and writing, so that nothing is followed and nothing blocks;
 // what stands there exists, and only what is missing can be made, where a folder takes it.
 TEST_F(FilesTest, EveryOpenRefusesWhatIsNoPlainFileAndNothingIsFollowed) {
-  WriteRaw(outer_ + "/victim", "kept");
+  WriteRaw(dir_ + "/victim", "kept");
   ASSERT_EQ(::symlink("../victim", Path("link").c_str()), 0);
   ASSERT_EQ(::mkfifo(Path("pipe").c_str(), 0666), 0);
-  ASSERT_EQ(::symlink(outer_.c_str(), Path("folderlink").c_str()), 0);
+  ASSERT_EQ(::symlink(dir_.c_str(), Path("folderlink").c_str()), 0);
   Folder()->Child("folder")->CreateAsFolder();
   for (const std::string name : {"missing", "folder", "link", "pipe"}) {
     Ref<FolderItem> f = Folder()->Child(name);
@@ -144,10 +143,10 @@ TEST_F(FilesTest, EveryOpenRefusesWhatIsNoPlainFileAndNothingIsFollowed) {
   New<FolderItem>(Path("folderlink/planted"))->CreateAsFolder();
   New<FolderItem>(Path("folderlink/victim"))->Delete();
   Folder()->Child("link")->Delete();  // the link itself goes, not what it points to
-  EXPECT_EQ(ReadRaw(outer_ + "/victim"), "kept");
-  EXPECT_EQ(OnDisk(outer_), (std::vector<std::string>{"data", "victim"}));
+  EXPECT_EQ(ReadRaw(dir_ + "/victim"), "kept");
+  EXPECT_EQ(OnDisk(dir_), (std::vector<std::string>{"data", "victim"}));
   // Outside the folder only a picture is read, and a path to a pipe is no usable path at all.
-  EXPECT_EQ(GetFolderItem(String(outer_ + "/victim"))->OpenAsBinaryFile(false), nil);
+  EXPECT_EQ(GetFolderItem(String(dir_ + "/victim"))->OpenAsBinaryFile(false), nil);
   EXPECT_EQ(GetFolderItem(String(Path("pipe"))), nil);
 }
 
@@ -156,7 +155,7 @@ TEST_F(FilesTest, EveryOpenRefusesWhatIsNoPlainFileAndNothingIsFollowed) {
 // folders directly inside it, never through a link.
 TEST_F(FilesTest, HoldingTheFolderRemovesOnlyTheProgramsOwnLeftovers) {
   std::filesystem::create_directories(Path("customers/deeper"));
-  std::filesystem::create_directories(outer_ + "/elsewhere");
+  std::filesystem::create_directories(dir_ + "/elsewhere");
   ASSERT_EQ(::symlink("../elsewhere", Path("linked").c_str()), 0);
   const std::vector<std::string> left = {".ledgerly-Ab3dE9", "customers/.ledgerly-zzzzzz"};
   const std::vector<std::string> others = {
@@ -168,9 +167,9 @@ TEST_F(FilesTest, HoldingTheFolderRemovesOnlyTheProgramsOwnLeftovers) {
   for (const auto& name : left) EXPECT_FALSE(std::filesystem::exists(Path(name))) << name;
   for (const auto& name : others) EXPECT_TRUE(std::filesystem::exists(Path(name))) << name;
 
-  const int second = ::open(dir_.c_str(), O_RDONLY | O_DIRECTORY);
+  const int second = ::open(data_.c_str(), O_RDONLY | O_DIRECTORY);
   EXPECT_NE(::flock(second, LOCK_EX | LOCK_NB), 0);
-  SetProgramFolder(dir_);  // the hold goes with the descriptor
+  SetProgramFolder(data_);  // the hold goes with the descriptor
   EXPECT_EQ(::flock(second, LOCK_EX | LOCK_NB), 0);
   WriteRaw(Path(".ledgerly-Cd4eF0"), "");
   EXPECT_EQ(HoldProgramFolder(), FolderHold::HeldByAnother);
@@ -209,7 +208,7 @@ TEST_F(FilesTest, ChildFindsTheExactNameElseOneThatDiffersInCaseAndStaysInside) 
   EXPECT_EQ(New<FolderItem>(Path("./x"))->CreateBinaryFile("prefs"), nil);
   EXPECT_EQ(New<FolderItem>(Path("../x"))->CreateBinaryFile("prefs"), nil);
   Folder()->Child("../../tmp")->CreateBinaryFile("prefs")->Close();
-  EXPECT_EQ(OnDisk(outer_), std::vector<std::string>{"data"});
+  EXPECT_EQ(OnDisk(dir_), std::vector<std::string>{"data"});
   EXPECT_TRUE(std::filesystem::exists(Path("..\xE2\x88\x95..\xE2\x88\x95tmp")));
   EXPECT_EQ(Folder()->Child("../../TMP")->Name().Bytes(), "../../tmp");
 }
@@ -264,12 +263,12 @@ TEST_F(FilesTest, ListingFollowsEveryChangeToTheFolder) {
   EXPECT_EQ(names(Folder()->Child("inv")), std::vector<std::string>{"fresh"});
   // The program's folder is held open: moved away, it is still the one the program works in,
   // and a new folder at its old place is left alone.
-  std::filesystem::rename(dir_, outer_ + "/moved");
-  ASSERT_EQ(::mkdir(dir_.c_str(), 0700), 0);
+  std::filesystem::rename(data_, dir_ + "/moved");
+  ASSERT_EQ(::mkdir(data_.c_str(), 0700), 0);
   EXPECT_EQ(names(Folder()), (std::vector<std::string>{"inv", "old"}));
   Folder()->Child("INV")->Child("late")->CreateBinaryFile("prefs")->Close();
-  EXPECT_TRUE(std::filesystem::exists(outer_ + "/moved/inv/late"));
-  EXPECT_TRUE(std::filesystem::is_empty(dir_));
+  EXPECT_TRUE(std::filesystem::exists(dir_ + "/moved/inv/late"));
+  EXPECT_TRUE(std::filesystem::is_empty(data_));
 }
 
 // What cannot be done is silently not done: a folder not empty deleted, a folder made where its
@@ -288,8 +287,8 @@ TEST_F(FilesTest, ADeletionOrAFolderThatCannotBeIsSilentlyNotDone) {
 }
 
 TEST_F(FilesTest, EmptyPathIsTheProgramFolder) {
-  SetProgramFolder(dir_ + "/");
-  EXPECT_EQ(GetFolderItem("")->NativePath(), dir_);
+  SetProgramFolder(data_ + "/");
+  EXPECT_EQ(GetFolderItem("")->NativePath(), data_);
   SetProgramFolder("");
   const std::string fallback = ProgramFolderPath();
   EXPECT_FALSE(fallback.empty());

@@ -2,8 +2,6 @@
 // exactly when some marker in unpaid has its name, ignoring case (what comparing every marker with
 // every row would mark); and its control arrays, which know their bounds.
 #include <algorithm>
-#include <filesystem>
-#include <fstream>
 #include <string>
 #include <vector>
 
@@ -15,11 +13,6 @@ namespace {
 
 class MainWindowTest : public ProgramTest {
  protected:
-  void Touch(const std::string& folder, const std::string& name) {
-    std::filesystem::create_directories(dir_ + "/" + folder);
-    std::ofstream(dir_ + "/" + folder + "/" + name) << "x";
-  }
-
   // The marks as the ledger defines them: every marker against every row.
   static std::vector<bool> Expected() {
     std::vector<bool> marks(iwindow->customers->ListCount(), false);
@@ -59,8 +52,8 @@ const std::vector<std::string> kMarkers = {"00001-16-11-2026-BROWN",
 // The lists as their folders fill them; in another order; and in order but for the markers, the
 // one that breaks their order coming last.
 TEST_F(MainWindowTest, ListsInAnyOrderAreMarkedAsEveryMarkerAgainstEveryRowWouldMarkThem) {
-  for (const std::string& name : kInvoices) Touch("customers", name);
-  for (const std::string& name : kMarkers) Touch("unpaid", name);
+  for (const std::string& name : kInvoices) Write("customers/" + name, "x");
+  for (const std::string& name : kMarkers) Write("unpaid/" + name, "x");
   iwindow->getcustomers();
   iwindow->getunpaid();
   ASSERT_EQ(iwindow->customers->ListCount(), static_cast<Integer>(kInvoices.size()));

@@ -9,19 +9,11 @@
 
 #include "ProgramFolder.h"
 #include "RuntimeFolder.h"
+#include "TempFolder.h"
 
 namespace {
 
-class PlacesTest : public ::testing::Test {
- protected:
-  void SetUp() override {
-    char pattern[] = "/tmp/ledgerly-places-XXXXXX";
-    ASSERT_NE(::mkdtemp(pattern), nullptr);
-    dir_ = pattern;
-  }
-  void TearDown() override { std::filesystem::remove_all(dir_); }
-  std::string dir_;
-};
+using PlacesTest = TempFolderTest;
 
 TEST_F(PlacesTest, AnInstalledProgramKeepsItsDataInTheUsersFolder) {
   const std::string home = "/home/someone", data = "/home/someone/.local/share/ledgerly";
