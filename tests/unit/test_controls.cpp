@@ -153,7 +153,8 @@ TEST_F(Controls, TheScreenIsToldOfEachChangeOfAPropertyOnce) {
 
 // Return breaks the line in a text area, where Up and Down keep the caret's column from line to
 // line, and pushes the Default button elsewhere, unless it is disabled; a paste's line breaks
-// become Chr(13); a selection from a live widget is held to the text.
+// become Chr(13); the text from a live widget raises TextChange only when it differs, and its
+// selection is held to the text.
 TEST_F(Controls, TheKeysAndPastesOfATextArea) {
   Form& f = *form;
   journal.clear();
@@ -176,8 +177,13 @@ TEST_F(Controls, TheKeysAndPastesOfATextArea) {
   f.UserKey(Keys::Right);
   EXPECT_EQ(f.address->SelStart(), 4);
   EXPECT_EQ(f.address->Text().Bytes(), "abc\rde\rfg\rh\r");
+  int changes = 0;
+  f.address->OnTextChange = [&] { ++changes; };
+  f.address->SetTextFromUser("a\nb", 3, 0);
+  f.address->SetTextFromUser("a\rb", 1, 1);
+  EXPECT_EQ(changes, 1);
   f.address->SetSelectionFromUser(1, 50);
-  EXPECT_EQ(f.address->SelLength(), 11);
+  EXPECT_EQ(f.address->SelLength(), 2);
   f.SetFocus(f.name);
   f.UserKey(Keys::Return);
   EXPECT_EQ(journal, (std::vector<std::string>{"Action ok"}));

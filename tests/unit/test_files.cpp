@@ -271,15 +271,18 @@ TEST_F(FilesTest, ListingFollowsEveryChangeToTheFolder) {
   EXPECT_TRUE(std::filesystem::is_empty(data_));
 }
 
-// What cannot be done is silently not done: a folder not empty deleted, a folder made where its
-// parent is missing. An empty folder is deleted.
+// What cannot be done is silently not done: a folder not empty deleted, a file already gone, a
+// folder made where its parent is missing. An empty folder is deleted.
 TEST_F(FilesTest, ADeletionOrAFolderThatCannotBeIsSilentlyNotDone) {
   Ref<FolderItem> f = Folder()->Child("unpaid");
   f->CreateAsFolder();
   WriteRaw(Path("unpaid/marker"), "");
   f->Delete();
   EXPECT_TRUE(f->Exists());
-  ::unlink(Path("unpaid/marker").c_str());
+  Ref<FolderItem> marker = f->Child("marker");
+  marker->Delete();
+  marker->Delete();
+  EXPECT_FALSE(marker->Exists());
   f->Delete();
   EXPECT_FALSE(f->Exists());
   New<FolderItem>(Path("a/b/c"))->CreateAsFolder();
