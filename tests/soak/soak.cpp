@@ -1,7 +1,8 @@
 // ledgerly-soak [CYCLES]
 // One program state, many cycles of a whole invoice's life: New, typing, Save, a click on its row,
-// "paid" and Save again, Print, Delete. Each cycle checks the files and the form against what the
-// scenarios expect; the heap in use is measured after a warm-up and at the end, and must not grow.
+// "paid" and Save again, Print, Delete. Each cycle checks that its files come and go and that the
+// form holds what was typed; the heap in use is measured after a warm-up and at the end, and must
+// not grow.
 #include <malloc.h>
 #include <unistd.h>
 
@@ -10,7 +11,6 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <optional>
 #include <string>
 #include <vector>
@@ -72,11 +72,6 @@ long ResidentKiB() {
   return -1;
 }
 
-std::string ReadAll(const std::string& relative) {
-  std::ifstream in(folder + "/" + relative, std::ios::binary);
-  return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-}
-
 std::vector<std::string> Entries(const std::string& relative) {
   std::vector<std::string> names;
   for (const auto& e : fs::directory_iterator(folder + "/" + relative))
@@ -98,19 +93,6 @@ void Erase(TextControl* field) {
   while (!field->Text().IsEmpty()) iwindow->UserKey(Keys::Backspace);
 }
 
-std::string PString(const std::string& s) { return std::string(1, static_cast<char>(s.size())) + s; }
-
-// The invoicefile of a cycle, field by field: date, number, the rows, name, address, comments,
-// status, the discount as a Double, postage, order number.
-std::string Invoicefile(const std::string& number, const std::string& status) {
-  std::string b = PString("16-11-2026") + PString(number);
-  b += PString("3") + PString("Widget") + PString("19.99") + PString("59.97");
-  for (int i = 1; i <= 9; ++i) b += std::string(4, '\0');
-  b += PString(kCustomer) + PString("1 High St") + PString("comments") + PString(status);
-  b += std::string(8, '\0') + PString("") + PString("");
-  return b;
-}
-
 void Cycle() {
   Menu("filenew");
   const std::string number = iwindow->invoicenumberField->Text().Utf8();
@@ -127,10 +109,11 @@ void Cycle() {
   iwindow->UserKey(Keys::Tab);
   Check(iwindow->total(0)->Text().Utf8() == "59.97", "the row total is " + iwindow->total(0)->Text().Utf8());
 
+  // The bytes of the files are the scenarios' concern (invoicefiles.scn, unpaid.scn); here, that
+  // each cycle makes and removes them.
   Menu("filesave");
-  const std::string unpaidFile = Invoicefile(number, "unpaid");
-  Check(ReadAll("customers/" + name) == unpaidFile, "the invoicefile holds other bytes");
-  Check(ReadAll("unpaid/" + name) == std::string(kCustomer) + "\n", "no unpaidmarker");
+  Check(Entries("customers") == std::vector<std::string>{name}, "no invoicefile " + name);
+  Check(Entries("unpaid") == std::vector<std::string>{name}, "no unpaidmarker");
   Check(iwindow->customers->ListCount() == 1, "the list has not one row");
 
   // Back from the file: the form as it was saved, not edited.
@@ -143,11 +126,6 @@ void Cycle() {
   Erase(iwindow->statusfield);
   Type(iwindow->statusfield, "paid");
   Menu("filesave");
-  // Written over from its start: the two bytes that "unpaid" had more stay behind.
-  const std::string paidFile = Invoicefile(number, "paid");
-  const std::string now = ReadAll("customers/" + name);
-  Check(now.size() == unpaidFile.size() && now.compare(0, paidFile.size(), paidFile) == 0,
-        "the paid invoicefile holds other bytes");
   Check(Entries("unpaid").empty(), "the unpaidmarker stayed");
 
   screen.jobs.clear();

@@ -2,21 +2,14 @@
 // windows registered, and everything removed again afterwards.
 #pragma once
 
-#include <gtest/gtest.h>
-#include <stdlib.h>
-
-#include <filesystem>
-#include <string>
-
+#include "TempFolder.h"
 #include "core/App.h"
 #include "rb/rb.h"
 
-class ProgramTest : public ::testing::Test {
+class ProgramTest : public TempFolderTest {
  protected:
   void SetUp() override {
-    char pattern[] = "/tmp/ledgerly-program-XXXXXX";
-    ASSERT_NE(::mkdtemp(pattern), nullptr);
-    dir_ = pattern;
+    TempFolderTest::SetUp();
     SetProgramFolder(dir_);
     ResetProgram();
     RegisterWindows();
@@ -24,8 +17,6 @@ class ProgramTest : public ::testing::Test {
   void TearDown() override {
     ResetProgram();
     SetProgramFolder("");
-    std::filesystem::remove_all(dir_);
+    TempFolderTest::TearDown();
   }
-
-  std::string dir_;
 };

@@ -30,15 +30,6 @@ class ScreenTest : public ::testing::Test {
     a.act = std::move(act);
     screen.Queue(a);
   }
-  // Types the text into the window, one key a character, as a keyboard would.
-  static void Type(Window& w, const std::string& utf8) {
-    for (std::size_t i = 0; i < utf8.size();) {
-      std::size_t n = 1;
-      while (i + n < utf8.size() && (static_cast<unsigned char>(utf8[i + n]) & 0xC0) == 0x80) ++n;
-      w.UserKey(String(utf8.substr(i, n)));
-      i += n;
-    }
-  }
   std::vector<std::string> Errors() const {
     std::vector<std::string> out;
     for (const auto& e : screen.exceptions) out.push_back(e.className);

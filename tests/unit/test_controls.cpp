@@ -1,6 +1,6 @@
 // Windows, controls and menus at the edges the program's own scenarios do not reach: the order a
-// window is built in, exceptions that no handler catches, what a live screen is told, the keys of
-// a text area, lists' bounds and edits, and the menu bar's fallbacks and Edit items.
+// window is built in, an exception in a modal window's event, what a live screen is told, the
+// keys of a text area, lists' bounds and edits, and the menu bar's fallbacks and Edit items.
 #include <QImage>
 #include <QTemporaryDir>
 
@@ -95,36 +95,24 @@ TEST_F(Controls, TheFirstTouchBuildsTheWindowControlsOpenBeforeTheWindowAndItSho
   EXPECT_EQ(form->name->Text().Utf8(), "");
 }
 
-// An exception stops the handler it left and every one that called it inside the event, and is
-// reported once; the events a modal window serves are outermost again, so the caller goes on.
-// Anything but the platform's own exceptions is no concern of the handler runner.
-TEST_F(Controls, AnExceptionStopsItsEventAndIsReportedOnce) {
-  Form& f = *form;
-  std::vector<std::string> reached;
-  f.address->OnTextChange = [&] {
-    reached.push_back("inner");
-    Ref<FolderItem> missing;
-    missing->Exists();
-  };
-  f.name->OnTextChange = [&] {
-    f.address->setText("x");
-    reached.push_back("outer after");
-  };
-  f.name->setText("go");
-  EXPECT_EQ(reached, (std::vector<std::string>{"inner"}));
-  EXPECT_EQ(f.address->Text().Utf8(), "x");
+// The events a modal window serves are outermost again: an exception stops the event it left and
+// is reported there, once, and the caller of ShowModal goes on. (That one stops the whole of nested
+// handlers is in hostile_prefs.scn; the other exceptions' end in the desktop's tests.)
+TEST_F(Controls, AnExceptionInAModalWindowsEventStopsThatEventOnly) {
   Dialog& d = *dialog;
   d.entry->OnTextChange = [] { throw OutOfBoundsException(); };
+  std::vector<std::string> reached;
   WhenModal([&](Window& w) {
     d.entry->setText("boom");
+    reached = Errors();
     w.Hide();
   });
   RunHandler([&] {
     d.ShowModal();
     reached.push_back("caller goes on");
   });
-  EXPECT_EQ(reached.back(), "caller goes on");
-  EXPECT_EQ(Errors(), (std::vector<std::string>{"NilObjectException", "OutOfBoundsException"}));
+  EXPECT_EQ(reached, (std::vector<std::string>{"OutOfBoundsException", "caller goes on"}));
+  EXPECT_EQ(Errors(), std::vector<std::string>{"OutOfBoundsException"});
 }
 
 // Whatever shows a control is told of each change of a property, once, and of nothing that stays.
@@ -164,8 +152,9 @@ TEST_F(Controls, TheScreenIsToldOfEachChangeOfAPropertyOnce) {
 }
 
 // Return breaks the line in a text area, where Up and Down keep the caret's column from line to
-// line, and pushes the Default button elsewhere; a paste's line breaks become Chr(13); the text a
-// person typed into a live widget raises TextChange only when it differs.
+// line, and pushes the Default button elsewhere, unless it is disabled; a paste's line breaks
+// become Chr(13); the text from a live widget raises TextChange only when it differs, and its
+// selection is held to the text.
 TEST_F(Controls, TheKeysAndPastesOfATextArea) {
   Form& f = *form;
   journal.clear();
@@ -188,12 +177,6 @@ TEST_F(Controls, TheKeysAndPastesOfATextArea) {
   f.UserKey(Keys::Right);
   EXPECT_EQ(f.address->SelStart(), 4);
   EXPECT_EQ(f.address->Text().Bytes(), "abc\rde\rfg\rh\r");
-  f.SetFocus(f.name);
-  f.UserKey(Keys::Return);
-  EXPECT_EQ(journal, (std::vector<std::string>{"Action ok"}));
-  f.FindControl("ok")->setEnabled(false);
-  f.UserKey(Keys::Return);
-  EXPECT_EQ(journal.size(), 1u);  // a disabled Default button takes no key
   int changes = 0;
   f.address->OnTextChange = [&] { ++changes; };
   f.address->SetTextFromUser("a\nb", 3, 0);
@@ -201,16 +184,23 @@ TEST_F(Controls, TheKeysAndPastesOfATextArea) {
   EXPECT_EQ(changes, 1);
   f.address->SetSelectionFromUser(1, 50);
   EXPECT_EQ(f.address->SelLength(), 2);
+  f.SetFocus(f.name);
+  f.UserKey(Keys::Return);
+  EXPECT_EQ(journal, (std::vector<std::string>{"Action ok"}));
+  f.FindControl("ok")->setEnabled(false);
+  f.UserKey(Keys::Return);
+  EXPECT_EQ(journal.size(), 1u);
 }
 
 // A row the list does not have is out of bounds, however it is asked for; a cell type left unset
-// is 0; an edit opened by code has the keyboard and keeps what was typed when another opens;
-// Escape gives an edit up; a dragged row takes its cells, types and the selection along.
+// is 0; an edit opened by code has the keyboard and keeps what was typed when another opens or
+// another row is chosen; Escape gives an edit up; a click below the last row chooses nothing; a
+// dragged row takes its cells, types and the selection along; Up walks the rows.
 TEST_F(Controls, ListsKeepTheirBoundsTheirEditsAndTheirRowsThroughADrag) {
   Form& f = *form;
   Listbox* list = f.list;
   for (const char* row : {"a", "b", "c"}) list->AddRow(row);
-  for (Integer row : {0, 1, 2}) EXPECT_EQ(list->CellType(row, 1), 0);
+  EXPECT_EQ(list->CellType(2, 1), 0);
   list->setCellType(1, 1, 3);
   EXPECT_EQ(list->CellType(1, 0), 0);
   EXPECT_THROW(list->List(3), OutOfBoundsException);
@@ -220,16 +210,14 @@ TEST_F(Controls, ListsKeepTheirBoundsTheirEditsAndTheirRowsThroughADrag) {
   EXPECT_THROW(list->RemoveRow(3), OutOfBoundsException);
   list->BeginEdit(1, 1);
   EXPECT_EQ(f.Focus(), list);
-  Type(f, "3");
+  f.UserKey("3");
   list->BeginEdit(1, 0);
-  Type(f, "B");
+  f.UserKey("B");
   f.UserKey(Keys::Escape);
   EXPECT_EQ(list->Cell(1, 1).Utf8(), "3");
   EXPECT_EQ(list->Cell(1, 0).Utf8(), "b");
-  // Choosing another row by code ends an open edit, keeping it; a click below the last row
-  // raises no CellClick and chooses nothing.
   list->BeginEdit(0, 1);
-  Type(f, "4");
+  f.UserKey("4");
   list->setListIndex(2);
   EXPECT_EQ(list->Cell(0, 1).Utf8(), "4");
   int clicks = 0;
@@ -253,23 +241,16 @@ TEST_F(Controls, ListsKeepTheirBoundsTheirEditsAndTheirRowsThroughADrag) {
   EXPECT_EQ(list->ListIndex(), 2);
 }
 
-// The letter's case does not matter; one letter can carry three distinct shortcuts; Cmd is the
-// Control key here and Alt is Option.
-TEST(Shortcuts, TheTextOfTheMenuTableParsesToModifiersAndAKey) {
-  const Shortcut s = Shortcut::Parse("Cmd+Shift+p");
-  EXPECT_TRUE(s.cmd && s.shift && !s.option);
-  EXPECT_EQ(s, Shortcut::Parse("Cmd+Shift+P"));
-  const Shortcut plain = Shortcut::Parse("Cmd+L"), shifted = Shortcut::Parse("Cmd+Shift+l"),
-                 option = Shortcut::Parse("Cmd+Option+L");
-  EXPECT_FALSE(plain == shifted || plain == option || shifted == option);
+// A shortcut's forms no menu item uses: "+" as the key, the Control and Alt names, none at all.
+TEST(Shortcuts, TheOtherFormsOfAShortcutParse) {
   EXPECT_EQ(Shortcut::Parse("Cmd++").key, "+");
   EXPECT_EQ(Shortcut::Parse("ctrl+alt+n"), Shortcut::Parse("Cmd+Option+N"));
   EXPECT_TRUE(Shortcut::Parse("").IsEmpty());
 }
 
 // With no menu bar of the application's, the front window's own serves; with neither, nothing.
-// Cut, Copy and Clear serve the focused text field through the clipboard; a read-only field gives
-// its text to Copy and takes nothing. The quit closes the shown windows, front first, and ends the
+// Cut and Clear serve the focused text field through the clipboard; a read-only field gives its
+// text to Copy and takes nothing. The quit closes the shown windows, front first, and ends the
 // program once.
 TEST_F(Controls, TheMenuBarsFallbackTheEditItemsAndTheQuit) {
   std::unique_ptr<MenuBar> bar = BuildMenuBar1();
@@ -284,13 +265,9 @@ TEST_F(Controls, TheMenuBarsFallbackTheEditItemsAndTheQuit) {
   f.name->setSelLength(6);
   EXPECT_TRUE(PressShortcut("Cmd+X"));
   EXPECT_EQ(Clipboard().Utf8(), "Brown ");
-  f.name->setSelLength(1);
-  EXPECT_TRUE(ChooseMenuItem("EditCopy"));
-  EXPECT_EQ(Clipboard().Utf8(), "a");
   f.name->setSelLength(3);
-  EXPECT_TRUE(ChooseMenuItem("EditCopy"));
   EXPECT_TRUE(ChooseMenuItem("EditClear"));
-  EXPECT_EQ(Clipboard().Utf8(), "and");
+  EXPECT_EQ(Clipboard().Utf8(), "Brown ");
   EXPECT_EQ(f.name->Text().Utf8(), " Sons");
   f.locked->setText("locked text");
   f.SetFocus(f.locked);

@@ -1,15 +1,11 @@
 // Reading scenario files: the tokens of a line, the strings' escapes, and the splitting of a file
 // and its includes into scenarios with the lines that failures report.
 #include <gtest/gtest.h>
-#include <stdlib.h>
 
-#include <filesystem>
-#include <fstream>
-
+#include "TempFolder.h"
 #include "scenario/ScriptFile.h"
 #include "scenario/ScriptLexer.h"
 
-namespace fs = std::filesystem;
 using scn::LexLine;
 using scn::Token;
 
@@ -21,22 +17,7 @@ std::vector<std::string> Texts(const std::vector<Token>& tokens) {
   return out;
 }
 
-class ScriptFiles : public ::testing::Test {
- protected:
-  void SetUp() override {
-    std::string pattern = (fs::temp_directory_path() / "scnscript-XXXXXX").string();
-    ASSERT_NE(mkdtemp(pattern.data()), nullptr);
-    dir_ = pattern;
-  }
-  void TearDown() override { fs::remove_all(dir_); }
-  std::string Write(const std::string& name, const std::string& text) {
-    fs::path p = fs::path(dir_) / name;
-    fs::create_directories(p.parent_path());
-    std::ofstream(p, std::ios::binary) << text;
-    return p.string();
-  }
-  std::string dir_;
-};
+using ScriptFiles = TempFolderTest;
 
 }  // namespace
 
