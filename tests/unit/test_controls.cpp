@@ -149,6 +149,7 @@ TEST_F(Controls, TheScreenIsToldOfEachChangeOfAPropertyOnce) {
   ASSERT_EQ(surface->Ops().size(), 1u);
   EXPECT_EQ(surface->Ops()[0].kind, DrawOp::PictureOp);
   EXPECT_EQ(surface->Ops()[0].width, 4);
+  EXPECT_EQ(std::make_pair(surface->Ops()[0].x, surface->Ops()[0].y), std::make_pair(0, 0));
 }
 
 // Return breaks the line in a text area, where Up and Down keep the caret's column from line to
@@ -177,6 +178,10 @@ TEST_F(Controls, TheKeysAndPastesOfATextArea) {
   f.UserKey(Keys::Right);
   EXPECT_EQ(f.address->SelStart(), 4);
   EXPECT_EQ(f.address->Text().Bytes(), "abc\rde\rfg\rh\r");
+  f.address->setSelStart(12);
+  f.UserKey(Keys::Return);
+  f.UserKey(Keys::Up);  // onto the empty line above
+  EXPECT_EQ(f.address->SelStart(), 12);
   int changes = 0;
   f.address->OnTextChange = [&] { ++changes; };
   f.address->SetTextFromUser("a\nb", 3, 0);
@@ -195,7 +200,8 @@ TEST_F(Controls, TheKeysAndPastesOfATextArea) {
 // A row the list does not have is out of bounds, however it is asked for; a cell type left unset
 // is 0; an edit opened by code has the keyboard and keeps what was typed when another opens or
 // another row is chosen; Escape gives an edit up; a click below the last row chooses nothing; a
-// dragged row takes its cells, types and the selection along; Up walks the rows.
+// dragged row takes its cells, types and the selection along; Up and Down walk the rows, one at
+// a time, and stop at the first.
 TEST_F(Controls, ListsKeepTheirBoundsTheirEditsAndTheirRowsThroughADrag) {
   Form& f = *form;
   Listbox* list = f.list;
@@ -239,6 +245,8 @@ TEST_F(Controls, ListsKeepTheirBoundsTheirEditsAndTheirRowsThroughADrag) {
   EXPECT_EQ(list->ListIndex(), 1);
   list->UserDrag(2, 1);  // onto the selected row, which moves down with its selection
   EXPECT_EQ(list->ListIndex(), 2);
+  for (const String& key : {Keys::Up, Keys::Up, Keys::Up, Keys::Down}) f.UserKey(key);
+  EXPECT_EQ(list->ListIndex(), 1);
 }
 
 // A shortcut's forms no menu item uses: "+" as the key, the Control and Alt names, none at all.

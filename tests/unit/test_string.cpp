@@ -30,6 +30,8 @@ TEST(StringCompare, EqualityIgnoresCaseOnTheCharactersShown) {
   EXPECT_TRUE(String("e\xCC\x81") == String("\xC3\x89"));  // e + combining acute, É
   EXPECT_TRUE(String("ABCDEFGHIJKLMNOP\xC3\x89") == String("abcdefghijklmnop\xC3\xA9"));
   EXPECT_FALSE(String("\xC3\xA9") == String("e"));
+  // The same bytes under two tags are the characters each tag reads: é in UTF-8, "√©" in Mac Roman.
+  EXPECT_FALSE(String("\xC3\xA9") == String::FromBytes("\xC3\xA9", TextEncoding::MacRoman));
   EXPECT_TRUE(String("Stock").SameAs(Untagged("Stock")));
   EXPECT_FALSE(String("Stock").SameAs(String("stock")));
 }
