@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 # The whole set-up: `make run` builds and starts the program, `make test` builds and runs every test.
 # Each of the two installs the Debian packages it needs first, and only those that are missing
 # (tools/install-deps.sh); a plain `make` or `make build` installs nothing.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The desktop program's start, shared by the program and by the benchmark of its start, so that
 // the one measured is the one people run.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The desktop program: Qt's widget application, the desktop screen, and the program's start.
 #include <QApplication>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // `make bench`: makes the fixtures, runs every case against its floor, prints the table and
 // writes it to results.md. Benchmarks are not tests: nothing here is run by `make test`.
 //

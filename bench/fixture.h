@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A program folder as a business leaves it after years of use: many invoicefiles, half of them
 // unpaid with their markers, a name book, and a prefsfile. The files are written here byte for
 // byte from their formats, without the program's own code, so that a fault in the program cannot

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The floors: for each headless case, only the work that the case cannot do without, written
 // plainly with the same libraries. Ours is measured against these in the same run.
 #pragma once

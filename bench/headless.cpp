@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The headless cases: the real program on a program folder made by the fixture maker, with a
 // screen that shows nothing. Each case runs ours and its floor in turn, swapping which goes first
 // from one run to the next, and prints one line per case:

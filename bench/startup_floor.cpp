@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The floor of the start-up: a bare Qt window that lists the names of the same folder, done the
 // quick way (QDirIterator, one sort, a QListWidget whose rows all have one height), and ends as
 // soon as it has been painted. The window and its list have the main window's sizes.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The desktop program started as app/main.cpp starts it, for the start-up benchmark. Two things
 // differ: the program folder is the one named on the command line, and the process ends as soon
 // as the main window has been painted with its list of invoices filled in.

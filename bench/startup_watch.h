@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Ends a start-up benchmark's process once its window has been painted: every paint event is
 // looked at, and when the test says the window is complete the loop is left after the paint is
 // through (the exit is queued behind it). A start that never paints ends after a minute.

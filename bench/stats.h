@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Medians and the clock, shared by the benchmark programs.
 #pragma once
 

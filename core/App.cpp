@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The application object: the start of the program and the file type table.
 #include "core/App.h"
 

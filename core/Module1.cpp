@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The globals' reset and their lookup by name, both from the one list in Module1.h.
 #include "core/Module1.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The globals that live outside the windows, and the load routines that fill the windows at start.
 #pragma once
 

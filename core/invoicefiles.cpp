@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The invoicefiles in the folder customers: one file per invoice, named by its invoicename.
 #include "core/Module1.h"
 #include "invoice/iwindow.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The lists that are the folders: customers (the invoices), names (the name book) and unpaid; and
 // the name book's namefiles, one per customer, holding the address.
 #include <utility>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The prefsfile ledgerlyprefs: twelve values poured into prefswindow at start and written back from
 // it; and the logo, found again by its stored path.
 #include "core/Module1.h"

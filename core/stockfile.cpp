@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The stockfile Stock/Items and the stock menu cm that is built from stockbox.
 #include "core/Module1.h"
 #include "invoice/iwindow.h"

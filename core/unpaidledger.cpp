@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The unpaid ledger: one marker file per unpaid invoice in the folder unpaid, and the marks on the
 // rows of customers.
 #include <string>

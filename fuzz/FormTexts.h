@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The texts of a window's fields, to show that a step left them as they were.
 #pragma once
 

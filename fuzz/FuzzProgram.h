@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What every fuzz entry shares: a fresh program state for each input, inside a sandbox folder of
 // its own, with a screen that answers at once and remembers what it was shown.
 #pragma once

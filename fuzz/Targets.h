@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The fuzz entries: one per reader of the program's files, and one for the text and number
 // functions. Each takes the bytes of one input, runs them through the program in a fresh state,
 // and stops the process on a broken rule. libFuzzer drives them in the fuzz build; the replay

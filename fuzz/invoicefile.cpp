@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // An invoicefile of any bytes, loaded by a click on its row, then saved again and printed: the
 // bytes reach every field and its handlers, and the fields' texts reach file names and the page.
 #include "core/App.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The libFuzzer binary of one entry, chosen at build time by LEDGERLY_FUZZ_ENTRY.
 #include <cstddef>
 #include <cstdint>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A namefile of any bytes: its address is read into the form when the name is picked, and written
 // back over the file by the next saving, from its start and without cutting it.
 #include <algorithm>

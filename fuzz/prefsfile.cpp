@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A prefsfile of any bytes, read at a start by loadprefs, written back by saveprefs, and read
 // again: what the program wrote itself must load without a fault.
 #include <string>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // ledgerly-fuzz-replay TARGET FILE-OR-FOLDER...
 // Runs every file through the fuzz entry of TARGET, as the fuzzer would, so that the corpora keep
 // guarding in an ordinary build. A broken rule stops the process, as it does in the fuzzer.

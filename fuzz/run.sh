@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # run.sh BINARY-FOLDER SECONDS TARGET...
 # Runs each libFuzzer binary for SECONDS, one after the other. Inputs that find new paths go into
 # BINARY-FOLDER/work/<target>; the seed corpus in fuzz/corpus/<target> is read but not written, so

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A stockfile of any bytes: read by loadstock into the stock window and the stock menu, a menu
 // choice filling a line, then written by savestock and read again to the same rows.
 #include <string>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Val, Str, Format and the Mac Roman conversion on any bytes, with the rules that tie them
 // together: Val reads back what Str and Format give, and Mac Roman goes to UTF-8 and back unharmed.
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The menu bar as designed. Every item enables itself while the front window has a handler for
 // it; no code enables, disables, checks or renames an item.
 #include "invoice/MenuBar1.h"

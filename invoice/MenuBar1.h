@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The menu bar of the main window and of the application: File, Edit, Print and Help.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The invoice's figures. Each step reads the text of the field before it and writes the next one
 // through the mask "00.00", so a figure is rounded to the cent every time it passes a field.
 // Setting a text runs that field's TextChange at once: a quantity or a price drives its row total,

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The small handlers that give the form its feel: the lock at opening, the whole text selected on
 // entering a field, any key counting as an edit, the currency signs and the list's colours.
 #include "core/Module1.h"

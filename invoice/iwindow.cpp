@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The main window as designed: its own properties, its controls at their fixed places, and the
 // wiring of every handler onto them. What the handlers do lives in the files named after it.
 #include "invoice/iwindow.h"

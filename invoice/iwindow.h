@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The main window: one fixed invoice form of ten lines, the list of invoices at the right.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The form's life: cleared for a new invoice, opened for editing, saved, and replaced by a click in
 // the list. The invoice is nothing but what the fields say; whether it holds unsaved edits is
 // Module1.texthaschanged.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The main window holds every menu handler of the program; the windows that the menu opens are
 // shown modally and left with their contents when they close.
 #include "invoice/iwindow.h"

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Run by CPack after it made the packages. CPack writes the debug package's md5sums with the paths
 # of its own staging folder, and gives that package no documentation folder; this mends both, as
 # Debian's own tools make such a package: sums of paths from the root, and the documentation

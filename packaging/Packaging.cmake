@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Installing and packaging: the program, its desktop entry, icon, AppStream metadata, manual page,
 # copyright and changelog. `cpack -G DEB` in the build folder makes a Debian package of the same,
 # with a stripped program and its debug information in a -dbgsym package of its own (which is what

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "printing/LabelSheet.h"
 
 #include "core/Module1.h"

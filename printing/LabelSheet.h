@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the two label sheet windows share: a picture of a sheet of four labels to click on, the
 // offsets of the label chosen, and the Print, Page set up and Close buttons. Each window has its
 // own layout and its own way of choosing.

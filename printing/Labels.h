@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The four-to-a-sheet label window with fixed positions: a click on a label of the picture chooses
 // where on the landscape page the address block goes.
 #pragma once

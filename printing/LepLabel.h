@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The four-to-a-sheet label window whose positions the user may edit: each label of the picture
 // has its own top and left offset fields, copied for printing when the label is clicked.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Addressing a letter straight from the form: an envelope and a small label, in "geneva".
 #include "core/Module1.h"
 #include "invoice/iwindow.h"

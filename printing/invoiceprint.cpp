@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Printing the invoice on the form: one page, every element at a hand-set place, nothing computed.
 #include "core/Module1.h"
 #include "invoice/iwindow.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The two label sheet windows, opened from the Print menu. Each handler stays in ShowModal until
 // its window is hidden; neither prints anything itself.
 #include "invoice/iwindow.h"

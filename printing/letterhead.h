@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The head of the page that invoice, receipt and reminder share: the business's name, address,
 // e-mail and web address, the logo, and the rule under them. It leaves the font "times" and
 // italic on.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The one page setup of the program, and the check of its paper before a letter-sized page.
 #pragma once
 

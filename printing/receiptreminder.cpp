@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Printing a receipt or a reminder: one short letter about the invoice on the form, the same
 // layout for both, which differ only in the four places of kReceipt and kReminder.
 #include "core/Module1.h"

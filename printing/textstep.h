@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // One text of a printed page, as the layout tables write it: what, in which state, where.
 #pragma once
 

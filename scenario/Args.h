@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Reading a command's arguments, token by token. A command that does not read as its form fails
 // the scenario at its line, naming the form that was expected.
 #pragma once

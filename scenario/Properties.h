@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Naming controls as scenarios write them (`iwindow.number(3)`, `iwindow.customers.Cell(0,1)`), and
 // reading their properties as values the runner can compare.
 #pragma once

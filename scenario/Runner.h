@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Runs scenarios against the real program: each in a new program folder with a fresh program
 // state, its commands one by one, its checks at their lines.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the user does: each action goes through the same entry points as a person's input, on the
 // window and control that a person could reach at that moment.
 #include <cctype>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The checks of what the program shows: controls, windows, globals, messages, the browser,
 // exceptions, menus, and what it leaves on disk.
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The checks of printed pages: what the last job drew, where, and in which state.
 #include <algorithm>
 #include <cmath>

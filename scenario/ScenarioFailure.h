@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What stops a scenario. It is thrown wherever a check fails, also from deep inside a handler of
 // the program (a modal window's actions, a print dialog), so it must pass through the platform's
 // handler runner untouched: it derives from nothing that the platform catches.

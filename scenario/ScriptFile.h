@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A scenario file read into its scenarios, with the included files put in place.
 #pragma once
 

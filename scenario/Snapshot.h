@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Snapshots: a window's design and a printed page written out as plain text, one line for each
 // control or drawing call, so that a changed layout shows as a readable difference of lines.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The one screen that stands in for a person everywhere but on the desktop: the scenario runner,
 // the unit tests, the fuzz entries, the soak and the benchmarks put it in front of the program. It
 // answers what blocks from answers queued beforehand, or from a standing answer of that kind, and

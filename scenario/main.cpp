@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // ledgerly-scenario [--keep] [--golden] [--folder DIR] [--fault kill:N|full:N] FILE...
 // Runs every scenario of the files against the program with no screen, one line per scenario, and
 // a closing count.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "secondary/StaticTextButton.h"
 
 StaticTextButton::StaticTextButton(Window* window, std::string name, Integer index)

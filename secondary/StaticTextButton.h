@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A line of text that behaves like a link: black and plain at rest, blue and underlined under the
 // pointer, red while pressed. It takes the platform's mouse events for itself and raises events of
 // its own for the window that holds it.

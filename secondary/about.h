@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The about window: who wrote the program, and a link to its download page.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Where the author is reached and where the program is downloaded: the about window shows both,
 // and the invoice's credit line ends with the same contact address.
 #pragma once

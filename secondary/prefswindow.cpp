@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "secondary/prefswindow.h"
 
 #include "core/Module1.h"

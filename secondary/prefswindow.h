@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The preferences: who the business is, what it charges, which number comes next. Its controls are
 // the preferences; the rest of the program reads them from here, shown or hidden.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The stock catalogue: descriptions and prices that fill a line of the form. The list is the
 // catalogue; there is no other copy in memory.
 #pragma once

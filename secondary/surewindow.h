@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The one yes-or-no question: the caller writes surefield, shows the window modally, and reads
 // Module1.sure when it has gone.
 #pragma once

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # check-package.sh BUILD
 # The Debian package as a packager checks it: made by CPack; lintian with no error and no warning
 # on the package and on its debug symbols; the AppStream metadata and the desktop entry valid; and

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Installs the Debian packages the build, the tests and the program need, when any is missing.
 #   install-deps.sh              what `make run` and `make test` need
 #   install-deps.sh robustness   and what the fuzzing and the soak under valgrind need

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Takes the pictures in docs/: the program runs under Xvfb in a fresh folder (no window manager,
 # so no title bar), a
 # person's keys and clicks (xdotool) fill in the preferences and save three invoices, one of them

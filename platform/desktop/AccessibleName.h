@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The name under which a screen reader announces a control, in the words a person sees on the
 // window.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // StaticText as a QLabel, PopupMenu as a QComboBox, PushButton and CheckBox. None of them takes
 // the keyboard focus: a click on a button leaves it where it was.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // One control shown as a widget. The control holds every value; the view only mirrors it, and
 // passes what the person does to the control's user-input methods.
 #pragma once

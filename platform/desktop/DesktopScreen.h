@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The desktop: every window of the program as Qt widgets, the dialogs, the printer, the browser
 // and the menu bar. Views mirror the platform's windows and controls; a person's keys and clicks
 // go into the platform's user-input methods, and its change notices update the widgets.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The program's widget style: the one the program asked for (Fusion), with one difference in how
 // it gets there. The menu bar's overflow arrows are read as PNG, and only when they are first
 // drawn; asked for in the ordinary way, every menu bar made would load each image format plugin

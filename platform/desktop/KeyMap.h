@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A person's key presses in the platform's terms: the keys that KeyDown receives, and the menu
 // shortcuts. Control stands for the Command key of the menu table.
 #pragma once

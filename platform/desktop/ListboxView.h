@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Listbox as a QTableView over a model that reads the control itself: no copy of the rows, one
 // row height for all, so that a list of many thousand rows fills and scrolls at the cost of the
 // rows on screen. The rows are drawn through the platform's Graphics so that CellTextPaint gives

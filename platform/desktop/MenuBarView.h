@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The program's menu bar as a QMenuBar. Items show their shortcut; the key itself is caught by
 // the screen and goes to PressShortcut's rule, so each press runs one live item once.
 #pragma once

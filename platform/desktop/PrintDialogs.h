@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The system's print, page setup and file-open dialogs. A printer is set to 72 units to the inch,
 // the full page and no margins of its own, so that a layout's points land on the paper where
 // they are written.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The boundary between the platform's texts and Qt's: Chr(13) is the platform's line break, and
 // positions count characters where Qt counts UTF-16 units.
 #pragma once

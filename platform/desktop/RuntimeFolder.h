@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Qt wants a private runtime folder (XDG_RUNTIME_DIR); a session started without one (root's, often)
 // would get a warning at every start. Header only, so that a bare Qt program can share it.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Canvas, and the shapes drawn as designed: RoundRectangle, Rectangle, Line, PopupArrow, GroupBox.
 #pragma once
 

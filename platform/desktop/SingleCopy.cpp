@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The copies of the program on one folder meet on a local socket in the abstract namespace, named
 // by the user and the folder's device and inode: it leaves no file anywhere, and goes with the
 // process.

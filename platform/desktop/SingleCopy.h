@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // One copy of the program per folder. The copy that holds the folder listens for later ones; a
 // later copy asks it to bring its main window to the front, and ends without touching the folder.
 #pragma once

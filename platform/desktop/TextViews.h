@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // TextField as a QLineEdit and TextArea as a QPlainTextEdit. The platform edits the text: every
 // key goes to Window::UserKey and the widget is told the result; the widget's own editing is
 // never used, so its text cannot drift from the control's.

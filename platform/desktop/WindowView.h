@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A window of the program as a top-level widget: the fixed form at its design size, its controls
 // at their design places. Resizing the window cuts the form off or leaves white space; only
 // controls locked to the right or bottom edge move or grow with it.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // PushButton and CheckBox. Neither takes the focus: a click leaves it with the field or list that
 // has it.
 #include "ControlSupport.h"

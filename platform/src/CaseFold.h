@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Inside the platform: the key by which names and words compare without regard to case, and the
 // small pieces of UTF-8 that the text functions share.
 #pragma once

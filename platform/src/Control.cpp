@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What every control has: its place in the window, its type and colours, and the mouse.
 #include "ControlSupport.h"
 #include "rb/Screen.h"

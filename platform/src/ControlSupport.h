@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Inside the platform: what the control, window and handler files share.
 #pragma once
 

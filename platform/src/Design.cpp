@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The making of a window's controls from its layout table.
 #include "rb/Design.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Inside the platform: a file descriptor that closes itself.
 #pragma once
 

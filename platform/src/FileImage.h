@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Inside the platform: the bytes of a file as a stream sees them. Reads come from the file a block
 // at a time; the first write takes the whole file into memory, and Close puts the image in place
 // whole. Nothing reaches the file before that.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Names on disk and their order.
 #include "FileNames.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Inside the platform: how a name the program gives becomes a name on disk and back, and the order
 // in which a folder's names are handed out and found.
 #pragma once

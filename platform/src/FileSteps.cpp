@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Files put in place whole: a temporary file, synced, renamed over the old name, the folder synced.
 #include "FileSteps.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Inside the platform: how a file is put in place whole or not at all. The new content goes to a
 // temporary file in the same folder, which is synced and renamed over the old name, and then the
 // folder is synced: at whatever moment the process dies, the name holds the old file or the new

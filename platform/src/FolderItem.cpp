@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Files and folders: where an item lies, and what may be done to it there.
 #include <dirent.h>
 #include <fcntl.h>

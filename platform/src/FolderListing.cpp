@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Folder listings, sorted once and then kept up to date by the kernel's notices.
 #include "FolderListing.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Inside the platform: a folder's names in the order Item hands them out, and the store that keeps
 // the listings of folders read before while the system reports no change in them.
 #pragma once

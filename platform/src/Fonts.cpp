@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The faces behind the font names, and the metrics every page surface shares.
 #include "Fonts.h"
 

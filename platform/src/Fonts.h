@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Inside the platform: the one QFont that stands for a font state, so that what is measured is
 // what is painted.
 #pragma once

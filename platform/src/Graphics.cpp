@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The drawing object, the surfaces it draws on, page setups and the print dialog.
 #include "rb/Graphics.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The running of event handlers and events, and the one rule for what they leave: the runtime's
 // exceptions are reported and the program goes on; any other is a defect that ends it. Nested
 // handlers let what they raise pass up, so the whole event stops at once and is reported once.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Listbox: rows of cells with their bold flag and type, the selected row, and the edit in place.
 #include <algorithm>
 

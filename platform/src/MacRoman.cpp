@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The Mac Roman character set: comments are stored in it, and bytes read from a file that are not
 // UTF-8 are shown as it.
 #include <QList>

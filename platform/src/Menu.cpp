@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The menu bar: shortcuts, which items are live, choosing an item, the Edit commands, and the quit.
 #include <algorithm>
 #include <cctype>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Numbers to text and back: Str, Val, Format, CInt.
 #include <algorithm>
 #include <cctype>

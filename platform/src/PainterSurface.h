@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Inside the platform: a page surface that paints each operation at once with a QPainter, on
 // whatever device the painter is open on (a PDF, a printer, a widget, a list cell).
 #pragma once

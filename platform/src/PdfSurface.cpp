@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A print job that goes to a one-page PDF file.
 #include <QMarginsF>
 #include <QPageLayout>

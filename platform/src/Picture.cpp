@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Pictures: decoded once when opened, drawn at one point to the pixel.
 #include <QBuffer>
 #include <QByteArray>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Inside the platform: a Picture holds a decoded QImage.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // PopupMenu and ContextualMenu: rows of text, one chosen.
 #include "ControlSupport.h"
 #include "rb/Screen.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The program's folder: where it is, the descriptor it is reached through, and the hold on it.
 #include "ProgramFolder.h"
 

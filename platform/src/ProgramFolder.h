@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Inside the platform: the program's folder, held open from its first use. Every file beneath it is
 // reached from that descriptor one folder at a time, with no symbolic link followed, so nothing the
 // program does lands outside it; the folder itself may be reached through a link.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Bringing up Qt's application object for the platform's own use.
 #include <QCoreApplication>
 #include <QGuiApplication>

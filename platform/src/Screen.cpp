@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The screen in force, and the quiet one that answers when none is set: nothing is shown, no
 // dialog is confirmed, and an unhandled exception is written to the error stream (a defect ends
 // the program after it).

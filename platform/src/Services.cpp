@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The date, and the services that go through the screen: messages, the beep, the browser, the end.
 #include <QDate>
 #include <QLocale>

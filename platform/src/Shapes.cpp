@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The controls that are drawn rather than edited: StaticText, Canvas, RoundRectangle.
 #include "ControlSupport.h"
 #include "rb/Screen.h"

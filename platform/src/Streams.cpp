@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The streams of files: big-endian fields in binary files, lines in text files.
 #include <unistd.h>
 

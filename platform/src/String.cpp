@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Strings: bytes with a tag, shown as UTF-8, compared without regard to case.
 #include "rb/String.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // TextField and TextArea: the text, the selection, and editing by key and by the Edit menu.
 #include <algorithm>
 

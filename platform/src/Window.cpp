@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A window: its controls, showing and hiding, the focus, the keys, and its menu handlers.
 #include "rb/Window.h"
 

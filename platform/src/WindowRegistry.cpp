@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The implicit instances: one per window class, made and built on the first touch of its name, and
 // the stack of the windows shown.
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A started program on the desktop screen, in a folder of its own, and the means to act on it as
 // a person would: keys into widgets, clicks, and answers to modal windows as they come up.
 #pragma once

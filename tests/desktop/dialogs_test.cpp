@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Modal windows block their caller until they are hidden; their keys and close boxes answer as
 // the platform's buttons do.
 #include <QImage>

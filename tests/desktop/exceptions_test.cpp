@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // One rule for what a handler leaves: the runtime's three exceptions stop the event and are
 // reported, and the program goes on; any other exception is a defect, reported, and the program
 // ends. The handler is customername's KeyDown, reached through the field's widget. The test screen

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Keys and clicks on the invoice form reach the platform as its own events, and the widgets show
 // what the controls hold.
 #include <QLineEdit>

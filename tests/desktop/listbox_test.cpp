@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Lists: many rows at the cost of the rows on screen, the colours of the invoice list, and the
 // stock list's selection, editing in place and dragging.
 #include <QImage>

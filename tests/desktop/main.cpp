@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The desktop tests: real widgets on Qt's offscreen platform, driven by QTest's keys and clicks.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The menu bar: every item of MenuBar1, its key, live exactly while a handler can be reached.
 #include <QAction>
 #include <QClipboard>

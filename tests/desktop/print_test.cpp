@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Printing through the system's print dialog: "print to file" gives a PDF that holds the invoice
 // at its coordinates, one unit to the point, the paper's top left at 0, 0. The tests choose the
 // file in the dialog, so that they print on no printer the system may have.

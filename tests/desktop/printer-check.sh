@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # A printer on the test machine: a cupsd of the test's own (its own configuration folder and
 # socket, reached through CUPS_SERVER; the system's CUPS is never asked) with a cups-pdf queue as
 # its default. The print tests run against it and must pass; the queue must have received no job.

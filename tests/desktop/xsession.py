@@ -1,4 +1,5 @@
 #!/usr/bin/python3
+# SPDX-License-Identifier: GPL-3.0-or-later
 # The desktop program as only a real X session shows it: the real program on an X server of its own
 # (Xvfb), with or without a window manager (openbox), keys and clicks from xdotool, windows read
 # from the X server, controls read and pressed through AT-SPI, the screen reader's interface. Every

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Runs the runner on each scenario file here and checks that it reports every scenario as the
 # file's "# want:" lines say: "# want: pass", or "# want: <line> <piece of the message>" for a
 # FAIL at that line. A "# want:" before any scenario stands for the commands before the first one.

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # faults.sh RUNNER ACTION
 # What a saving leaves on disk when it does not end well. ACTION is save, paid, stock or prefs: the
 # scenario ACTION.scn does that saving, in a folder that setup.scn filled, and ACTION-full.scn does

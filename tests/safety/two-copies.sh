@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # two-copies.sh LEDGERLY
 # The program started twice on one folder. The second copy touches nothing, shows nothing, brings
 # the first to the front and ends with 0; when the first does not answer (stopped), the second

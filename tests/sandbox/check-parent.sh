@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: GPL-3.0-or-later
 # check-parent.sh RUNNER SCENARIO-FILE...
 # Runs the scenario files with --keep from inside a fresh parent folder that is also their TMPDIR,
 # then checks that the parent holds the kept program folders and nothing else: whatever the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // ledgerly-soak [CYCLES]
 // One program state, many cycles of a whole invoice's life: New, typing, Save, a click on its row,
 // "paid" and Save again, Print, Delete. Each cycle checks that its files come and go and that the

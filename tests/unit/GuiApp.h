@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Fonts are measured and pictures decoded through the toolkit's application object, which the
 // runtime makes once for the whole test program.
 #pragma once

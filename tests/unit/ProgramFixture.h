@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A test of the program itself: a fresh program folder of its own, the program reset and its
 // windows registered, and everything removed again afterwards.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The tests of windows and controls: each starts with no window built, the test screen in front and
 // an empty clipboard, and ends with every answer taken and nothing left behind.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A fresh folder of the test's own, removed with everything in it afterwards.
 #pragma once
 

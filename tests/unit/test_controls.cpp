@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Windows, controls and menus at the edges the program's own scenarios do not reach: the order a
 // window is built in, an exception in a modal window's event, what a live screen is told, the
 // keys of a text area, lists' bounds and edits, and the menu bar's fallbacks and Edit items.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The date and its short form: a fixed pattern's letters, and the user's locale.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Files and folders at the edges the program's own scenarios do not reach: field bytes past their
 // limits, writing from where a stream stands, what every open refuses, names, and the listings.
 #include <fcntl.h>

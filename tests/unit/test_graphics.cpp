@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Graphics at the edges the pages' snapshots do not reach: when a job ends, faces asked for in any
 // case or not at all, the breaking of lines, pictures of every kind, and the default paper. What
 // each page draws, measured, is in the snapshots of the pages.

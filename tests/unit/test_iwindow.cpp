@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The main window's own services: the marks of the unpaid ledger, where a row of customers is bold
 // exactly when some marker in unpaid has its name, ignoring case (what comparing every marker with
 // every row would mark); and its control arrays, which know their bounds.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The PDF page surface: what poppler reads back from the file stands where the drawing calls say.
 // (A page's size is in the runner's own scenario, the baseline of a word in the desktop's print.)
 #include <gtest/gtest.h>

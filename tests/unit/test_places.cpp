@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Where the program keeps its data, and the runtime folder it gives Qt.
 #include <gtest/gtest.h>
 #include <stdlib.h>

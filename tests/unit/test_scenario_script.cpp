@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Reading scenario files: the tokens of a line, the strings' escapes, and the splitting of a file
 // and its includes into scenarios with the lines that failures report.
 #include <gtest/gtest.h>

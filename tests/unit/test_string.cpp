@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Strings: tags, the characters shown, comparison without case, the text functions, Mac Roman.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The control classes. A control holds its values and raises its events with or without a screen;
 // whatever shows it is told of every change through the Screen interface.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Value types, references that may be nil, and the runtime's exceptions.
 #pragma once
 

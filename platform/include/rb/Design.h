@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A window's controls as a layout table: one row a control, in the order they are made, which is
 // also their stacking order. `design::Build` makes them from the table.
 #pragma once

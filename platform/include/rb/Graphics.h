@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Drawing, pictures, page setups and print jobs.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What a screen supplies to the platform: the modal loop, the dialogs, the printer, the browser, the
 // beep and the end. The desktop backend and the scenario runner implement it; with none set, a
 // quiet one answers (no dialog is confirmed, messages go nowhere).

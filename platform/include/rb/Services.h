@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Dates, messages and the other services a program asks of the system.
 #pragma once
 

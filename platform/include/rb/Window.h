@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Windows, their implicit instances, and the running of handlers.
 #pragma once
 

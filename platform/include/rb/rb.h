@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The whole platform, as the application code sees it.
 #pragma once
 
