@@ -248,6 +248,8 @@ TEST_F(Controls, ListsKeepTheirBoundsTheirEditsAndTheirRowsThroughADrag) {
   EXPECT_EQ(list->ListIndex(), 2);
   for (const String& key : {Keys::Up, Keys::Up, Keys::Up, Keys::Down}) f.UserKey(key);
   EXPECT_EQ(list->ListIndex(), 1);
+  list->RemoveRow(1);  // the selected row: nothing is selected
+  EXPECT_EQ(list->ListIndex(), -1);
 }
 
 // A shortcut's forms no menu item uses: "+" as the key, the Control and Alt names, none at all.

@@ -20,6 +20,11 @@
 
 namespace {
 
+// A picture of one pixel, as a PNG file.
+constexpr char kOnePixelPng[] =
+    "\x89PNG\r\n\x1A\n\0\0\0\x0DIHDR\0\0\0\x01\0\0\0\x01\x08\x02\0\0\0\x90wS\xDE\0\0\0\x0CIDATx\x9C"
+    "c\xF8\xCF\xC0\0\0\x03\x01\x01\0\xC9\xFE\x92\xEF\0\0\0\0IEND\xAE\x42\x60\x82";
+
 std::string ReadRaw(const std::string& path) {
   std::ifstream in(path, std::ios::binary);
   return std::string(std::istreambuf_iterator<char>(in), {});
@@ -146,9 +151,15 @@ TEST_F(FilesTest, LinksAndPipesAreNeverOpened) {
   Folder()->Child("link")->Delete();  // the link itself goes, not what it points to
   EXPECT_EQ(ReadRaw(dir_ + "/victim"), "kept");
   EXPECT_EQ(OnDisk(dir_), (std::vector<std::string>{"data", "victim"}));
-  // Outside the folder only a picture is read, and a path to a pipe is no usable path at all.
+  // Outside the folder only a picture is read, and a path to a pipe is no usable path at all; a
+  // link inside the folder is not followed to a picture either, however the item was made.
   EXPECT_EQ(GetFolderItem(String(dir_ + "/victim"))->OpenAsBinaryFile(false), nil);
   EXPECT_EQ(GetFolderItem(String(Path("pipe"))), nil);
+  WriteRaw(dir_ + "/logo.png", std::string(kOnePixelPng, sizeof kOnePixelPng - 1));
+  ASSERT_EQ(::symlink("../logo.png", Path("logo").c_str()), 0);
+  EXPECT_NE(GetFolderItem(String(dir_ + "/logo.png"))->OpenAsPicture(), nil);
+  EXPECT_EQ(GetFolderItem(String(Path("logo")))->OpenAsPicture(), nil);
+  EXPECT_EQ(Folder()->Child("logo")->OpenAsPicture(), nil);
 }
 
 // Holding the folder takes its lock, which a second copy finds taken, and removes the temporary
@@ -209,8 +220,10 @@ TEST_F(FilesTest, ChildFindsTheExactNameElseOneThatDiffersInCaseAndStaysInside) 
   EXPECT_EQ(New<FolderItem>(Path("./x"))->CreateBinaryFile("prefs"), nil);
   EXPECT_EQ(New<FolderItem>(Path("../x"))->CreateBinaryFile("prefs"), nil);
   Folder()->Child("../../tmp")->CreateBinaryFile("prefs")->Close();
+  Folder()->Child("/etc")->CreateBinaryFile("prefs")->Close();
   EXPECT_EQ(OnDisk(dir_), std::vector<std::string>{"data"});
   EXPECT_TRUE(std::filesystem::exists(Path("..\xE2\x88\x95..\xE2\x88\x95tmp")));
+  EXPECT_TRUE(std::filesystem::exists(Path("\xE2\x88\x95" "etc")));
   EXPECT_EQ(Folder()->Child("../../TMP")->Name().Bytes(), "../../tmp");
 }
 
