@@ -66,6 +66,8 @@ TEST_F(FormKeys, ClicksTabsAndKeysReachTheFormAndTheWidgetsFollow) {
   EXPECT_EQ(ViewOf(w)->focusWidget(), WidgetOf(w.description(0)));
   EXPECT_EQ(events,
             (std::vector<std::string>{"got number(0)", "lost number(0)", "got description(0)"}));
+  Key(w.description(0), Qt::Key_Backtab, Qt::ShiftModifier);
+  EXPECT_EQ(w.Focus(), w.number(0));
   Click(w.price(0));
   EXPECT_EQ(w.Focus(), w.price(0));
   Type(w.price(0), "3.5");

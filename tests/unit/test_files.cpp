@@ -152,9 +152,14 @@ TEST_F(FilesTest, LinksAndPipesAreNeverOpened) {
   EXPECT_EQ(ReadRaw(dir_ + "/victim"), "kept");
   EXPECT_EQ(OnDisk(dir_), (std::vector<std::string>{"data", "victim"}));
   // Outside the folder only a picture is read, and a path to a pipe is no usable path at all; a
-  // link inside the folder is not followed to a picture either, however the item was made.
+  // folder beside it whose name is as long is outside; a link inside the folder is not followed to
+  // a picture either, however the item was made.
   EXPECT_EQ(GetFolderItem(String(dir_ + "/victim"))->OpenAsBinaryFile(false), nil);
   EXPECT_EQ(GetFolderItem(String(Path("pipe"))), nil);
+  WriteRaw(Path("f"), "inside");
+  std::filesystem::create_directories(dir_ + "/dat2");
+  WriteRaw(dir_ + "/dat2/f", "outside");
+  EXPECT_EQ(GetFolderItem(String(dir_ + "/dat2/f"))->OpenAsBinaryFile(false), nil);
   WriteRaw(dir_ + "/logo.png", std::string(kOnePixelPng, sizeof kOnePixelPng - 1));
   ASSERT_EQ(::symlink("../logo.png", Path("logo").c_str()), 0);
   EXPECT_NE(GetFolderItem(String(dir_ + "/logo.png"))->OpenAsPicture(), nil);
