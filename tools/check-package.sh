@@ -16,8 +16,14 @@ trap cleanup EXIT
 
 # Every source and build file opens with the licence's line.
 source=$(cd "$(dirname "$0")/.." && pwd)
-missing=$(cd "$source" && git ls-files '*.cpp' '*.h' '*.py' '*.sh' '*.cmake' 'CMakeLists.txt' \
-  '*/CMakeLists.txt' Makefile .ci/run | while IFS= read -r f; do
+sources() {
+  git -C "$source" ls-files '*.cpp' '*.h' '*.py' '*.sh' '*.cmake' 'CMakeLists.txt' '*/CMakeLists.txt' \
+    Makefile .ci/run 2>/dev/null ||
+    (cd "$source" && find . -path './build*' -prune -o -type f \( -name '*.cpp' -o -name '*.h' -o \
+      -name '*.py' -o -name '*.sh' -o -name '*.cmake' -o -name CMakeLists.txt -o -name Makefile \) \
+      -print && echo .ci/run)
+}
+missing=$(cd "$source" && sources | while IFS= read -r f; do
   head -n 3 "$f" | grep -q 'SPDX-License-Identifier: GPL-3.0-or-later' || echo "$f"
 done)
 [ -z "$missing" ] || { echo "without the licence's SPDX line:"; echo "$missing"; exit 1; }
