@@ -154,9 +154,9 @@ TEST_F(Controls, TheScreenIsToldOfEachChangeOfAPropertyOnce) {
 }
 
 // Return breaks the line in a text area, where Up and Down keep the caret's column from line to
-// line, and pushes the Default button elsewhere, unless it is disabled; a paste's line breaks
-// become Chr(13); the text from a live widget raises TextChange only when it differs, and its
-// selection is held to the text.
+// line, and pushes the Default button elsewhere, unless it is disabled or hidden; a paste's line
+// breaks become Chr(13); the text from a live widget raises TextChange only when it differs, and
+// its selection is held to the text.
 TEST_F(Controls, TheKeysAndPastesOfATextArea) {
   Form& f = *form;
   journal.clear();
@@ -186,6 +186,7 @@ TEST_F(Controls, TheKeysAndPastesOfATextArea) {
   int changes = 0;
   f.address->OnTextChange = [&] { ++changes; };
   f.address->SetTextFromUser("a\nb", 3, 0);
+  EXPECT_EQ(changes, 1);
   f.address->SetTextFromUser("a\rb", 1, 1);
   EXPECT_EQ(changes, 1);
   f.address->SetSelectionFromUser(1, 50);
@@ -194,6 +195,9 @@ TEST_F(Controls, TheKeysAndPastesOfATextArea) {
   f.UserKey(Keys::Return);
   EXPECT_EQ(journal, (std::vector<std::string>{"Action ok"}));
   f.FindControl("ok")->setEnabled(false);
+  f.UserKey(Keys::Return);
+  f.FindControl("ok")->setEnabled(true);
+  f.FindControl("ok")->setVisible(false);
   f.UserKey(Keys::Return);
   EXPECT_EQ(journal.size(), 1u);
 }
