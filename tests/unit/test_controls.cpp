@@ -206,7 +206,8 @@ TEST_F(Controls, TheKeysAndPastesOfATextArea) {
 // is 0; an edit opened by code has the keyboard and keeps what was typed when another opens or
 // another row is chosen; Escape gives an edit up; a click below the last row chooses nothing; a
 // dragged row takes its cells, types and the selection along; Up and Down walk the rows, one at
-// a time, and stop at the first; leaving the list keeps an open edit. A popup's rows are bounded too.
+// a time, and stop at the first; Backspace takes a whole character from an edit, and leaving the
+// list keeps it; a list without reordering takes no drag. A popup's rows are bounded too.
 TEST_F(Controls, ListsKeepTheirBoundsTheirEditsAndTheirRowsThroughADrag) {
   Form& f = *form;
   Listbox* list = f.list;
@@ -255,9 +256,12 @@ TEST_F(Controls, ListsKeepTheirBoundsTheirEditsAndTheirRowsThroughADrag) {
   list->RemoveRow(1);  // the selected row: nothing is selected
   EXPECT_EQ(list->ListIndex(), -1);
   list->BeginEdit(0, 0);
-  f.UserKey("z");
+  for (const String& key : {String("z"), String("\xC3\xA9"), Keys::Backspace}) f.UserKey(key);
   f.SetFocus(f.name);  // leaving the list keeps its open edit
   EXPECT_FALSE(list->Editing());
+  EXPECT_EQ(list->Cell(0, 0).Utf8(), "z");
+  list->EnableDragReorder = false;
+  list->UserDrag(0, 1);
   EXPECT_EQ(list->Cell(0, 0).Utf8(), "z");
   PopupMenu popup(&f, "popup", -1);
   popup.AddRow("only");
