@@ -136,13 +136,15 @@ TEST_F(Controls, TheScreenIsToldOfEachChangeOfAPropertyOnce) {
   f.name->setSelLength(1);
   f.UserKey(Keys::Delete);
   f.list->AddRow("x");
+  f.list->setCellBold(0, 1, true);
+  f.list->setCellBold(0, 1, true);
   f.list->DeleteAllRows();
   using Change = std::pair<const Control*, Prop>;
   EXPECT_EQ(screen.changes, (std::vector<Change>{{f.canvas, Prop::Backdrop}, {f.name, Prop::BackColor},
                                                 {f.name, Prop::Text}, {f.list, Prop::Enabled},
                                                 {f.name, Prop::Selection}, {f.name, Prop::Text},
                                                 {f.name, Prop::Selection}, {f.list, Prop::Rows},
-                                                {f.list, Prop::Rows}}));
+                                                {f.list, Prop::Cell}, {f.list, Prop::Rows}}));
   // A canvas paints its backdrop at the picture's own size, then whatever its handler paints.
   RecordingSurface* surface = new RecordingSurface();
   Graphics g{std::unique_ptr<PageSurface>(surface)};

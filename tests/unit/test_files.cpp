@@ -156,6 +156,11 @@ TEST_F(FilesTest, LinksAndPipesAreNeverOpened) {
   // a picture either, however the item was made.
   EXPECT_EQ(GetFolderItem(String(dir_ + "/victim"))->OpenAsBinaryFile(false), nil);
   EXPECT_EQ(GetFolderItem(String(Path("pipe"))), nil);
+  // A path keeps its bytes, whatever they are; one that came through Mac Roman is its characters.
+  WriteRaw(dir_ + "/Latin\xE9", "");
+  EXPECT_TRUE(GetFolderItem(String::FromBytes(dir_ + "/Latin\xE9", TextEncoding::None))->Exists());
+  WriteRaw(dir_ + "/Caf\xC3\xA9", "");
+  EXPECT_TRUE(GetFolderItem(String::FromBytes(dir_ + "/Caf\x8E", TextEncoding::MacRoman))->Exists());
   WriteRaw(Path("f"), "inside");
   std::filesystem::create_directories(dir_ + "/dat2");
   WriteRaw(dir_ + "/dat2/f", "outside");
