@@ -135,6 +135,9 @@ TEST_F(Controls, TheScreenIsToldOfEachChangeOfAPropertyOnce) {
   f.name->setSelStart(f.name->SelStart());
   f.name->setSelLength(1);
   f.UserKey(Keys::Delete);
+  StaticText label(&f, "label", -1);
+  label.setText("a");
+  label.setText("a");
   f.list->AddRow("x");
   f.list->setCellBold(0, 1, true);
   f.list->setCellBold(0, 1, true);
@@ -143,8 +146,9 @@ TEST_F(Controls, TheScreenIsToldOfEachChangeOfAPropertyOnce) {
   EXPECT_EQ(screen.changes, (std::vector<Change>{{f.canvas, Prop::Backdrop}, {f.name, Prop::BackColor},
                                                 {f.name, Prop::Text}, {f.list, Prop::Enabled},
                                                 {f.name, Prop::Selection}, {f.name, Prop::Text},
-                                                {f.name, Prop::Selection}, {f.list, Prop::Rows},
-                                                {f.list, Prop::Cell}, {f.list, Prop::Rows}}));
+                                                {f.name, Prop::Selection}, {&label, Prop::Text},
+                                                {f.list, Prop::Rows}, {f.list, Prop::Cell},
+                                                {f.list, Prop::Rows}}));
   // A canvas paints its backdrop at the picture's own size, then whatever its handler paints.
   RecordingSurface* surface = new RecordingSurface();
   Graphics g{std::unique_ptr<PageSurface>(surface)};
@@ -208,8 +212,9 @@ TEST_F(Controls, TheKeysAndPastesOfATextArea) {
 // is 0; an edit opened by code has the keyboard and keeps what was typed when another opens or
 // another row is chosen; Escape gives an edit up; a click below the last row chooses nothing; a
 // dragged row takes its cells, types and the selection along; Up and Down walk the rows, one at
-// a time, and stop at the first; Backspace takes a whole character from an edit, and leaving the
-// list keeps it; a list without reordering takes no drag. A popup's rows are bounded too.
+// a time, and stop at the first; in an edit an arrow ends the whole selection, opening it again
+// goes on with it, Backspace takes a whole character, and leaving the list keeps it; a list
+// without reordering takes no drag. A popup's rows are bounded too.
 TEST_F(Controls, ListsKeepTheirBoundsTheirEditsAndTheirRowsThroughADrag) {
   Form& f = *form;
   Listbox* list = f.list;
@@ -257,6 +262,12 @@ TEST_F(Controls, ListsKeepTheirBoundsTheirEditsAndTheirRowsThroughADrag) {
   EXPECT_EQ(list->ListIndex(), 1);
   list->RemoveRow(1);  // the selected row: nothing is selected
   EXPECT_EQ(list->ListIndex(), -1);
+  list->BeginEdit(0, 0);
+  f.UserKey(Keys::Right);  // the arrow ends the whole selection: what is typed goes after it
+  f.UserKey("x");
+  list->BeginEdit(0, 0);  // the edit already open goes on
+  EXPECT_EQ(list->Cell(0, 0).Utf8() + "x", list->EditText().Utf8());
+  list->EndEdit(false);
   list->BeginEdit(0, 0);
   for (const String& key : {String("z"), String("\xC3\xA9"), Keys::Backspace}) f.UserKey(key);
   f.SetFocus(f.name);  // leaving the list keeps its open edit
