@@ -135,6 +135,28 @@ using Indexes = std::vector<int>;
 
 // Each property the runner reads, once: the classes that have it and how it is read. One with
 // arguments (a row, or a row and a column) answers False with a message when they name no cell.
+// One cell of a list, its row and column checked first.
+template <Value (*Get)(Listbox&, Integer row, Integer column)>
+bool ReadCell(const Control& c, const Indexes& at, Value& out, std::string& error) {
+  auto& l = const_cast<Listbox&>(dynamic_cast<const Listbox&>(c));
+  if (!CellInRange(l, at, error)) return false;
+  out = Get(l, at[0], at[1]);
+  return true;
+}
+
+Value CellText(Listbox& l, Integer row, Integer column) { return TextValue(l.Cell(row, column)); }
+
+Value CellBoldness(Listbox& l, Integer row, Integer column) {
+  return BoolValue(l.CellBold(row, column));
+}
+
+// The colour the list paints the cell's text in once the program's CellTextPaint has run, on a
+// surface that keeps what that handler draws to itself.
+Value CellTextColour(Listbox& l, Integer row, Integer column) {
+  Graphics g(std::make_unique<RecordingSurface>());
+  return ColourValue(l.PaintCellText(g, row, column));
+}
+
 struct Property {
   const char* name;
   bool (*of)(const Control& c);
@@ -195,30 +217,9 @@ const Property kProperties[] = {
          return true;
        });
      }},
-    {"Cell", Is<Listbox>, nullptr, 2,
-     [](const Control& c, const Indexes& at, Value& out, std::string& error) {
-       const auto& l = dynamic_cast<const Listbox&>(c);
-       if (!CellInRange(l, at, error)) return false;
-       out = TextValue(l.Cell(at[0], at[1]));
-       return true;
-     }},
-    {"CellBold", Is<Listbox>, nullptr, 2,
-     [](const Control& c, const Indexes& at, Value& out, std::string& error) {
-       const auto& l = dynamic_cast<const Listbox&>(c);
-       if (!CellInRange(l, at, error)) return false;
-       out = BoolValue(l.CellBold(at[0], at[1]));
-       return true;
-     }},
-    // The colour the list paints the cell's text in once the program's CellTextPaint has run, on a
-    // surface that keeps what that handler draws to itself.
-    {"CellTextColor", Is<Listbox>, nullptr, 2,
-     [](const Control& c, const Indexes& at, Value& out, std::string& error) {
-       auto& l = const_cast<Listbox&>(dynamic_cast<const Listbox&>(c));
-       if (!CellInRange(l, at, error)) return false;
-       Graphics g(std::make_unique<RecordingSurface>());
-       out = ColourValue(l.PaintCellText(g, at[0], at[1]));
-       return true;
-     }},
+    {"Cell", Is<Listbox>, nullptr, 2, ReadCell<CellText>},
+    {"CellBold", Is<Listbox>, nullptr, 2, ReadCell<CellBoldness>},
+    {"CellTextColor", Is<Listbox>, nullptr, 2, ReadCell<CellTextColour>},
 };
 // clang-format on
 
